@@ -1,0 +1,16 @@
+# Installs the Debian packages the build needs, when one is missing.
+# Sourced by the other scripts.
+znutil_packages="cmake ninja-build g++ clang libgtest-dev libgmock-dev libbenchmark-dev"
+
+znutil_install_deps() {
+  local missing=""
+  for package in $znutil_packages; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "ok installed" || missing="$missing $package"
+  done
+  [ -z "$missing" ] && return 0
+  echo "Installing:$missing"
+  local sudo=""
+  [ "$(id -u)" -ne 0 ] && sudo="sudo"
+  $sudo apt-get update -q
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -q $missing
+}

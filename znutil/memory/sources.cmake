@@ -1,0 +1,4 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZenoUtilHeap.cpp
+  ZnFixedBlockAllocator.cpp
+  ZnMemBlock.cpp)

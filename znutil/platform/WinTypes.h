@@ -1,0 +1,36 @@
+// The Windows type names of the library's interface, defined once with the
+// widths of the original 32-bit design.
+//
+// Every value whose width is fixed by a file format, a stream, a hash or a
+// status code uses one of these aliases, so that it keeps its 32-bit width
+// and wrap-around on a 64-bit host. These are plain definitions, not system
+// types: no system header stands behind them.
+#ifndef ZNUTIL_PLATFORM_WINTYPES_H
+#define ZNUTIL_PLATFORM_WINTYPES_H
+
+#include <cstdint>
+
+/// The 32-bit `long` and `unsigned long` of stored and transmitted values.
+typedef std::int32_t ZnLong;
+typedef std::uint32_t ZnULong;
+
+typedef std::uint8_t BYTE;
+typedef std::uint16_t WORD;
+typedef std::uint32_t DWORD;
+typedef std::int32_t LONG;
+typedef std::uint32_t ULONG;
+typedef std::uint32_t UINT;
+typedef int BOOL;
+typedef std::uint16_t WCHAR;
+typedef void *HANDLE;
+typedef void *HINSTANCE;
+typedef void *HMODULE;
+typedef void *HWND;
+
+/// Marks a handle that refers to nothing, as returned by failed opens.
+#define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1)))
+
+/// Waits for ever.
+#define INFINITE 0xFFFFFFFFu
+
+#endif  // ZNUTIL_PLATFORM_WINTYPES_H

@@ -1,0 +1,5 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  linux/Heap.cpp
+  linux/RecursiveMutex.cpp
+  linux/Scheduling.cpp
+  linux/VirtualMemory.cpp)
