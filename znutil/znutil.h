@@ -12,6 +12,7 @@
 
 #include <znutil/memory/ZenoUtilHeap.h>
 #include <znutil/memory/ZnFixedBlockAllocator.h>
+#include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
 
 #endif  // ZNUTIL_ZNUTIL_H
