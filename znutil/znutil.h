@@ -23,4 +23,12 @@
 #include <znutil/text/ZnStringScanner.h>
 #include <znutil/text/ZnStringSize.h>
 
+#include <znutil/values/ZnBinary.h>
+#include <znutil/values/ZnBinaryStream.h>
+#include <znutil/values/ZnFileStream.h>
+#include <znutil/values/ZnMemoryStream.h>
+#include <znutil/values/ZnStream.h>
+#include <znutil/values/ZnStreamError.h>
+#include <znutil/values/ZnStreamException.h>
+
 #endif  // ZNUTIL_ZNUTIL_H

@@ -1,0 +1,9 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnBinary.cpp
+  ZnBinaryStream.cpp
+  ZnFileStream.cpp
+  ZnMemoryStream.cpp
+  ZnStream.cpp
+  internal/FileStreamBufferPool.cpp
+  internal/FolderOfPath.cpp
+  internal/StringBytes.cpp)
