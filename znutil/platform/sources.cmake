@@ -1,4 +1,9 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  Calendar.cpp
+  Path.cpp
+  linux/Clock.cpp
+  linux/Event.cpp
+  linux/FileTimes.cpp
   linux/Heap.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp
