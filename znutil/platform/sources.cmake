@@ -1,5 +1,6 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
   PathText.cpp
+  StringTable.cpp
   WideText.cpp
   linux/Directory.cpp
   linux/File.cpp
