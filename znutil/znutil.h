@@ -25,4 +25,12 @@
 #include <znutil/system/ZnTickCount.h>
 #include <znutil/system/ZnTime.h>
 
+#include <znutil/text/ZnNullString.h>
+#include <znutil/text/ZnPointerStorageString.h>
+#include <znutil/text/ZnString.h>
+#include <znutil/text/ZnStringCursor.h>
+#include <znutil/text/ZnStringRef.h>
+#include <znutil/text/ZnStringScanner.h>
+#include <znutil/text/ZnStringSize.h>
+
 #endif  // ZNUTIL_ZNUTIL_H

@@ -1,4 +1,5 @@
-// The three times of a file, as FILETIMEs at full 100 ns resolution.
+// The three times of an open file, as FILETIMEs at full 100 ns resolution:
+// what GetFileInformationByHandle gives of them.
 #ifndef ZNUTIL_PLATFORM_FILETIMES_H
 #define ZNUTIL_PLATFORM_FILETIMES_H
 
@@ -15,10 +16,9 @@ struct FileTimes {
   FILETIME ftLastWriteTime;
 };
 
-/// Opens the file at `path` (library form) for reading as an existing file
-/// and reads its times. False when it cannot be opened for reading or is a
-/// directory, as for an open of a file by name.
-bool ReadFileTimes(char const *path, FileTimes *times);
+/// The times of the file open as `file` (from CreateFileA); false if it is
+/// not an open file or its status cannot be read.
+bool GetFileTimes(HANDLE file, FileTimes *times);
 
 }  // namespace platform
 }  // namespace znutil

@@ -1,6 +1,7 @@
 #include <znutil/system/ZnFileTime.h>
 
 #include <znutil/platform/Clock.h>
+#include <znutil/platform/File.h>
 #include <znutil/platform/FileTimes.h>
 
 namespace platform = znutil::platform;
@@ -40,11 +41,14 @@ void ZnFileTime::Convert(SYSTEMTIME *system) const {
   platform::FileTimeToSystemTime(shown, system);
 }
 
-bool ZnFileTime::SetFromFile(char const *path) {
+bool ZnFileTime::SetFromFile(ZnString const &path) {
+  HANDLE const file = platform::CreateFileA(path, GENERIC_READ, OPEN_EXISTING);
+  if (file == INVALID_HANDLE_VALUE) return false;
   platform::FileTimes times;
-  if (!platform::ReadFileTimes(path, &times)) return false;
-  *this = times.ftLastWriteTime;
-  return true;
+  bool const read = platform::GetFileTimes(file, &times);
+  platform::CloseHandle(file);
+  if (read) *this = times.ftLastWriteTime;
+  return read;
 }
 
 bool ZnFileTime::operator==(FILETIME const &other) const { return platform::CompareFileTime(*this, other) == 0; }

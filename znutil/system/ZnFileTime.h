@@ -9,6 +9,7 @@
 
 #include <znutil/platform/Export.h>
 #include <znutil/platform/WinTypes.h>
+#include <znutil/text/ZnString.h>
 
 class ZNUTIL_API ZnFileTime : public FILETIME {
  public:
@@ -34,7 +35,7 @@ class ZNUTIL_API ZnFileTime : public FILETIME {
   /// The last write time of the file at `path` (`\` or `/` separators).
   /// False, and the value unchanged, if the file cannot be opened for
   /// reading; a directory is not a file here.
-  bool SetFromFile(char const *path);
+  bool SetFromFile(ZnString const &path);
 
   /// Order of the 64-bit values.
   bool operator==(FILETIME const &other) const;

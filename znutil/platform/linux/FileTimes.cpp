@@ -1,12 +1,11 @@
-// File times over open and statx.
+// File times over statx on the open descriptor.
 #include <znutil/platform/FileTimes.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <znutil/platform/Clock.h>
-#include <znutil/platform/Path.h>
+#include <znutil/platform/linux/HandleObject.h>
 
 namespace znutil {
 namespace platform {
@@ -14,26 +13,19 @@ namespace {
 
 FILETIME FromStatx(statx_timestamp const &stamp) { return FileTimeFromUnixTime(stamp.tv_sec, stamp.tv_nsec); }
 
-bool ReadDescriptorTimes(int descriptor, FileTimes *times) {
+}  // namespace
+
+bool GetFileTimes(HANDLE file, FileTimes *times) {
+  int const descriptor = DescriptorOf(file);
   struct statx status;
-  if (statx(descriptor, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_BTIME, &status) != 0) return false;
-  if (S_ISDIR(status.stx_mode)) return false;
+  if (descriptor < 0 || statx(descriptor, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_BTIME, &status) != 0) {
+    return false;
+  }
   bool const hasBirth = (status.stx_mask & STATX_BTIME) != 0;
   times->ftCreationTime = FromStatx(hasBirth ? status.stx_btime : status.stx_ctime);
   times->ftLastAccessTime = FromStatx(status.stx_atime);
   times->ftLastWriteTime = FromStatx(status.stx_mtime);
   return true;
-}
-
-}  // namespace
-
-bool ReadFileTimes(char const *path, FileTimes *times) {
-  // Non-blocking, so that opening a FIFO by mistake cannot hang.
-  int const descriptor = open(ToSystemPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor < 0) return false;
-  bool const read = ReadDescriptorTimes(descriptor, times);
-  close(descriptor);
-  return read;
 }
 
 }  // namespace platform
