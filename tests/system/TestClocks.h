@@ -82,6 +82,28 @@ class SimulatedClock {
   znutil::platform::SleepFunction previousSleep_;
 };
 
+// A FILETIME from its 64-bit count, and back.
+inline FILETIME FileTimeOf(std::uint64_t ticks) {
+  return FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+}
+
+inline std::uint64_t TicksOf(FILETIME const &file) {
+  return static_cast<std::uint64_t>(file.dwHighDateTime) << 32 | file.dwLowDateTime;
+}
+
+// A SYSTEMTIME with the given fields and day of week 0.
+inline SYSTEMTIME Fields(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD milli) {
+  SYSTEMTIME system = SYSTEMTIME();
+  system.wYear = year;
+  system.wMonth = month;
+  system.wDay = day;
+  system.wHour = hour;
+  system.wMinute = minute;
+  system.wSecond = second;
+  system.wMilliseconds = milli;
+  return system;
+}
+
 }  // namespace znutil_test
 
 #endif  // ZNUTIL_TESTS_SYSTEM_TESTCLOCKS_H

@@ -16,25 +16,12 @@
 
 namespace {
 
+using znutil_test::FileTimeOf;
+using znutil_test::Fields;
 using znutil_test::ScopedTimeZone;
+using znutil_test::TicksOf;
 
 std::int64_t const kSecondsFrom1601To1970 = 11644473600;
-
-FILETIME FileTimeOf(std::uint64_t ticks) { return FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)}; }
-
-std::uint64_t TicksOf(FILETIME const &file) { return static_cast<std::uint64_t>(file.dwHighDateTime) << 32 | file.dwLowDateTime; }
-
-SYSTEMTIME Fields(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD milli) {
-  SYSTEMTIME system = SYSTEMTIME();
-  system.wYear = year;
-  system.wMonth = month;
-  system.wDay = day;
-  system.wHour = hour;
-  system.wMinute = minute;
-  system.wSecond = second;
-  system.wMilliseconds = milli;
-  return system;
-}
 
 // The FILETIME of a UTC date by the C library's own calendar.
 std::uint64_t ExpectedTicks(SYSTEMTIME const &fields) {

@@ -10,7 +10,10 @@
 
 namespace {
 
+using znutil_test::FileTimeOf;
+using znutil_test::Fields;
 using znutil_test::ScopedTimeZone;
+using znutil_test::TicksOf;
 
 std::uint64_t const kTicksAt1970 = 116444736000000000ull;
 char const kThreeHoursEast[] = "XYZ-3";
@@ -18,24 +21,8 @@ char const kThreeHoursEast[] = "XYZ-3";
 // last Sunday of October.
 char const kCentralEurope[] = "CET-1CEST,M3.5.0,M10.5.0/3";
 
-FILETIME FileTimeOf(std::uint64_t ticks) { return FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)}; }
-
-std::uint64_t TicksOf(FILETIME const &file) { return static_cast<std::uint64_t>(file.dwHighDateTime) << 32 | file.dwLowDateTime; }
-
 std::uint64_t TicksOfUnix(std::int64_t seconds, int milliseconds = 0) {
   return kTicksAt1970 + static_cast<std::uint64_t>(seconds) * 10000000u + static_cast<std::uint64_t>(milliseconds) * 10000u;
-}
-
-SYSTEMTIME Fields(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD milli) {
-  SYSTEMTIME system = SYSTEMTIME();
-  system.wYear = year;
-  system.wMonth = month;
-  system.wDay = day;
-  system.wHour = hour;
-  system.wMinute = minute;
-  system.wSecond = second;
-  system.wMilliseconds = milli;
-  return system;
 }
 
 ZnSystemTime Make(SYSTEMTIME const &fields, int kind) {

@@ -23,7 +23,7 @@ enum class WaitResult { kSignalled, kTimeout, kFailed };
 class Event {
  public:
   /// The most events one WaitForAll takes, as on Windows.
-  static std::size_t const kMaximumWaitObjects = 64;
+  static constexpr std::size_t kMaximumWaitObjects = 64;
 
   /// An unsignalled event.
   explicit Event(bool manualReset);
