@@ -40,5 +40,13 @@
 #include <znutil/values/ZnStream.h>
 #include <znutil/values/ZnStreamError.h>
 #include <znutil/values/ZnStreamException.h>
+#include <znutil/values/ZnVariant.h>
+#include <znutil/values/ZnVariantData.h>
+#include <znutil/values/ZnVdBool.h>
+#include <znutil/values/ZnVdDouble.h>
+#include <znutil/values/ZnVdFloat.h>
+#include <znutil/values/ZnVdInt.h>
+#include <znutil/values/ZnVdString.h>
+#include <znutil/values/ZnVdUint.h>
 
 #endif  // ZNUTIL_ZNUTIL_H

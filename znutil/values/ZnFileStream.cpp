@@ -20,10 +20,10 @@ namespace {
 constexpr ZnULong kBufferSize = FileStreamBufferPool::kBufferSize;
 
 HANDLE OpenForStream(ZnString const &path, ZnFileMode mode) {
-  std::string const name = znutil::detail::CharactersOf(path);
   // In both modes, so that a read in a missing folder makes the folder and
   // then fails to open the file. Deliberate.
-  znutil::detail::MakeFolderOfPath(name);
+  znutil::detail::MakeFolderOfPath(path);
+  std::string const name = znutil::detail::CharactersOf(path);
   bool const reading = mode == ZnFileRead;
   return znutil::platform::CreateFileA(name.c_str(), reading ? GENERIC_READ : GENERIC_WRITE,
                                        reading ? OPEN_EXISTING : CREATE_ALWAYS,

@@ -4,6 +4,8 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnFileStream.cpp
   ZnMemoryStream.cpp
   ZnStream.cpp
+  ZnVariant.cpp
+  ZnVariantData.cpp
   internal/FileStreamBufferPool.cpp
   internal/FolderOfPath.cpp
   internal/StringBytes.cpp)

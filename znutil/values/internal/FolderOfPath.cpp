@@ -1,7 +1,7 @@
 #include <znutil/values/internal/FolderOfPath.h>
 
 #include <algorithm>
-#include <cctype>
+#include <string>
 
 #include <znutil/platform/File.h>
 
@@ -35,15 +35,10 @@ void CreateFolder(std::string folder) {
 
 }  // namespace
 
-std::string FolderOfPath(std::string const &path) {
-  auto const last = std::find_if(path.rbegin(), path.rend(), IsSeparator);
-  if (last != path.rend()) return path.substr(0, static_cast<std::size_t>(path.rend() - last));
-  bool const hasDrive = path.size() >= 2 && std::isalpha(static_cast<unsigned char>(path[0])) && path[1] == ':';
-  return hasDrive ? path.substr(0, 2) : std::string();
-}
-
-void MakeFolderOfPath(std::string const &path) {
-  std::string const folder = FolderOfPath(path);
+void MakeFolderOfPath(ZnString const &path) {
+  ZnString drive, directory;
+  path.SplitPath(&drive, &directory, nullptr, nullptr);
+  std::string const folder = static_cast<char const *>(drive + directory);
   if (!folder.empty() && !Exists(folder)) CreateFolder(folder);
 }
 

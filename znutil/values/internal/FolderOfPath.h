@@ -3,18 +3,15 @@
 #ifndef ZNUTIL_VALUES_INTERNAL_FOLDEROFPATH_H
 #define ZNUTIL_VALUES_INTERNAL_FOLDEROFPATH_H
 
-#include <string>
+#include <znutil/text/ZnString.h>
 
 namespace znutil {
 namespace detail {
 
-/// Drive and directory of `path` as path splitting gives them: everything
-/// up to and including the last `\` or `/`, or the drive alone, or nothing.
-std::string FolderOfPath(std::string const &path);
-
-/// Makes the folder of `path`, and every missing folder above it, when it
-/// does not exist. Failures are ignored: opening the file reports them.
-void MakeFolderOfPath(std::string const &path);
+/// Makes the folder of `path` (its drive and directory, as SplitPath gives
+/// them), and every missing folder above it, when it does not exist.
+/// Failures are ignored: opening the file reports them.
+void MakeFolderOfPath(ZnString const &path);
 
 }  // namespace detail
 }  // namespace znutil
