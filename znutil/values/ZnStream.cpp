@@ -41,7 +41,9 @@ ZnStream &ZnStream::operator>>(bool &value) {
 }
 
 ZnStream &ZnStream::operator>>(ZnString &text) {
-  text = NULL_STRING;
+  // The empty text rather than the null string, so that a target that is
+  // read into again and again keeps its buffer.
+  text = "";
   int length = 0;
   if (ReadBytes(sizeof length, &length, true) != ZnStreamOk) return *this;
   while (length > 0) {
