@@ -1,6 +1,7 @@
 // A tour of the znutil library: each section shows one subsystem at work
 // and prints what it did.
 #include <cstdio>
+#include <cstdlib>
 #include <sstream>
 
 #include <znutil/znutil.h>
@@ -61,6 +62,34 @@ void TourClocks() {
   std::printf("1.900 + 0.200 = %s\n", spans.str().c_str());
 }
 
+void TourValues() {
+  std::printf("== Values and streams\n");
+  char const *temp = std::getenv("TMPDIR");
+  ZnString const path = ZnString(temp != nullptr ? temp : "/tmp") ^ ZnString("znutil_tour\\values.bin");
+  {
+    ZnFileStream out(path, ZnFileWrite, true);  // makes the folder if it is missing
+    out << 640 << 2.5 << ZnString("View") << true;
+  }
+  int width = 0;
+  double scale = 0;
+  ZnString name;
+  bool shown = false;
+  ZnFileStream in(path, ZnFileRead, true);
+  in >> width >> scale >> name >> shown;
+  std::printf("wrote and read back %s: %d, %g, \"%s\", %s (%d bytes on disk)\n", static_cast<char const *>(path),
+              width, scale, static_cast<char const *>(name), shown ? "true" : "false",
+              ZnStream::SizeOf(width) + ZnStream::SizeOf(scale) + ZnStream::SizeOf(name) + ZnStream::SizeOf(shown));
+  try {
+    in >> width;
+  } catch (ZnStreamException const &e) {
+    std::printf("reading past the end throws ZnStreamException with status %d\n", static_cast<int>(e.eError));
+  }
+  std::printf("ZnBinary(640) dumps as %s\n", static_cast<char const *>(ZnBinary(640).Dump(false)));
+  ZnVariant const one(1), minusOne(-1), allOnes(0xFFFFFFFFu), oneAsDouble(1.0);
+  std::printf("variants: -1 == 0xFFFFFFFFu is %d, 1 == 1.0 is %d (integers are not like floats)\n",
+              minusOne == allOnes, one == oneAsDouble);
+}
+
 }  // namespace
 
 int main() {
@@ -68,5 +97,6 @@ int main() {
   TourLocks();
   TourStrings();
   TourClocks();
+  TourValues();
   return 0;
 }
