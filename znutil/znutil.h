@@ -46,7 +46,9 @@
 #include <znutil/values/ZnVdDouble.h>
 #include <znutil/values/ZnVdFloat.h>
 #include <znutil/values/ZnVdInt.h>
+#include <znutil/values/ZnVdNumber.h>
 #include <znutil/values/ZnVdString.h>
 #include <znutil/values/ZnVdUint.h>
+#include <znutil/values/ZnVdValue.h>
 
 #endif  // ZNUTIL_ZNUTIL_H

@@ -11,7 +11,7 @@
 
 #include <znutil/values/ZnFileStream.h>
 
-#include "StreamTestFiles.h"
+#include "StreamTestSupport.h"
 
 namespace {
 

@@ -10,12 +10,13 @@
 #include <znutil/values/ZnStreamException.h>
 #include <znutil/values/internal/FileStreamBufferPool.h>
 
-#include "StreamTestFiles.h"
+#include "StreamTestSupport.h"
 
 namespace {
 
 using znutil::detail::FileStreamBufferPool;
 using znutil_test::Bytes;
+using znutil_test::Thrown;
 
 // Removes the test folder when the program ends.
 class RemoveTestFolder : public ::testing::Environment {
@@ -23,16 +24,6 @@ class RemoveTestFolder : public ::testing::Environment {
   void TearDown() override { std::filesystem::remove_all(znutil_test::TestFolder()); }
 };
 ::testing::Environment *const removeTestFolder = ::testing::AddGlobalTestEnvironment(new RemoveTestFolder);
-
-template <typename Call>
-ZnStreamError Thrown(Call call) {
-  try {
-    call();
-  } catch (ZnStreamException const &e) {
-    return e.eError;
-  }
-  return ZnStreamOk;
-}
 
 ZnString Path(std::string const &path) { return ZnString(path.c_str()); }
 

@@ -7,18 +7,11 @@
 
 #include <znutil/values/ZnStreamException.h>
 
+#include "StreamTestSupport.h"
+
 namespace {
 
-// The status a call throws, or ZnStreamOk when it does not throw.
-template <typename Call>
-ZnStreamError Thrown(Call call) {
-  try {
-    call();
-  } catch (ZnStreamException const &e) {
-    return e.eError;
-  }
-  return ZnStreamOk;
-}
+using znutil_test::Thrown;
 
 int Position(ZnMemoryStream const &stream) {
   int length = -1;

@@ -10,7 +10,7 @@
 #include <znutil/values/ZnMemoryStream.h>
 #include <znutil/values/ZnStreamException.h>
 
-#include "StreamTestFiles.h"
+#include "StreamTestSupport.h"
 
 namespace {
 

@@ -1,7 +1,8 @@
-// The payloads of ZnVariant: the base defaults and the six typed payloads.
+// The payloads of ZnVariant: the base defaults and the typed payloads.
 #include <znutil/values/ZnVariantData.h>
 
 #include <climits>
+#include <type_traits>
 
 #include <znutil/values/ZnVdBool.h>
 #include <znutil/values/ZnVdDouble.h>
@@ -18,6 +19,17 @@ namespace {
 int Truncated(double value) {
   if (!(value > -2147483649.0 && value < 2147483648.0)) return INT_MIN;
   return static_cast<int>(value);
+}
+
+// The other payload in a payload's own type: through its conversion, or
+// its text for a string.
+template <typename T>
+T ConvertedTo(ZnVariantData const &other) {
+  if constexpr (std::is_same_v<T, ZnString>) {
+    return other.ToString();
+  } else {
+    return static_cast<T>(other);
+  }
 }
 
 }  // namespace
@@ -40,88 +52,82 @@ ZnVariantData::operator double() const { return 0.0; }
 ZnString ZnVariantData::ToString() const { return ZnString(); }
 int ZnVariantData::Compare(ZnVariantData const *) const { return 0; }
 
+// Every typed payload.
+
+template <class Derived, typename T, int kType>
+ZnVariantData *ZnVdValue<Derived, T, kType>::MakeCopy() const {
+  return new Derived(static_cast<Derived const &>(*this));
+}
+
+template <class Derived, typename T, int kType>
+ZnVariantData *ZnVdValue<Derived, T, kType>::Assign(Param value) {
+  tValue = value;
+  return this;
+}
+
+template <class Derived, typename T, int kType>
+int ZnVdValue<Derived, T, kType>::Compare(ZnVariantData const *other) const {
+  return tValue == ConvertedTo<T>(*other);
+}
+
+// Numbers.
+
+template <class Derived, typename T, int kType>
+ZnVdNumber<Derived, T, kType>::operator bool() const {
+  if constexpr (std::is_integral_v<T>) return this->tValue != 0;
+  return ZnVariantData::operator bool();
+}
+
+template <class Derived, typename T, int kType>
+ZnVdNumber<Derived, T, kType>::operator int() const {
+  if constexpr (std::is_integral_v<T>) return static_cast<int>(this->tValue);
+  return Truncated(this->tValue);
+}
+
+template <class Derived, typename T, int kType>
+ZnVdNumber<Derived, T, kType>::operator unsigned int() const {
+  if constexpr (std::is_integral_v<T>) return static_cast<unsigned int>(this->tValue);
+  return static_cast<unsigned int>(Truncated(this->tValue));
+}
+
+template <class Derived, typename T, int kType>
+ZnVdNumber<Derived, T, kType>::operator float() const {
+  return static_cast<float>(this->tValue);
+}
+
+template <class Derived, typename T, int kType>
+ZnVdNumber<Derived, T, kType>::operator double() const {
+  return static_cast<double>(this->tValue);
+}
+
+template <class Derived, typename T, int kType>
+ZnString ZnVdNumber<Derived, T, kType>::ToString() const {
+  return ZnString(this->tValue);
+}
+
+template class ZnVdValue<ZnVdInt, int, ZnVariantData::kInt>;
+template class ZnVdValue<ZnVdUint, unsigned int, ZnVariantData::kUnsigned>;
+template class ZnVdValue<ZnVdFloat, float, ZnVariantData::kFloat>;
+template class ZnVdValue<ZnVdDouble, double, ZnVariantData::kDouble>;
+template class ZnVdValue<ZnVdBool, bool, ZnVariantData::kBool>;
+template class ZnVdValue<ZnVdString, ZnString, ZnVariantData::kString>;
+template class ZnVdNumber<ZnVdInt, int, ZnVariantData::kInt>;
+template class ZnVdNumber<ZnVdUint, unsigned int, ZnVariantData::kUnsigned>;
+template class ZnVdNumber<ZnVdFloat, float, ZnVariantData::kFloat>;
+template class ZnVdNumber<ZnVdDouble, double, ZnVariantData::kDouble>;
+
 // bool
 
-ZnVariantData *ZnVdBool::MakeCopy() const { return new ZnVdBool(*this); }
-ZnVariantData *ZnVdBool::Assign(bool value) {
-  bValue = value;
-  return this;
-}
-ZnVdBool::operator bool() const { return bValue; }
-ZnVdBool::operator int() const { return bValue ? 1 : 0; }
-ZnVdBool::operator unsigned int() const { return bValue ? 1u : 0u; }
-int ZnVdBool::Compare(ZnVariantData const *other) const { return bValue == static_cast<bool>(*other); }
-
-// int
-
-ZnVariantData *ZnVdInt::MakeCopy() const { return new ZnVdInt(*this); }
-ZnVariantData *ZnVdInt::Assign(int value) {
-  iValue = value;
-  return this;
-}
-ZnVdInt::operator bool() const { return iValue != 0; }
-ZnVdInt::operator int() const { return iValue; }
-ZnVdInt::operator unsigned int() const { return static_cast<unsigned int>(iValue); }
-ZnVdInt::operator float() const { return static_cast<float>(iValue); }
-ZnVdInt::operator double() const { return iValue; }
-ZnString ZnVdInt::ToString() const { return ZnString(iValue); }
-int ZnVdInt::Compare(ZnVariantData const *other) const { return iValue == static_cast<int>(*other); }
-
-// unsigned int
-
-ZnVariantData *ZnVdUint::MakeCopy() const { return new ZnVdUint(*this); }
-ZnVariantData *ZnVdUint::Assign(unsigned int value) {
-  uValue = value;
-  return this;
-}
-ZnVdUint::operator bool() const { return uValue != 0; }
-ZnVdUint::operator int() const { return static_cast<int>(uValue); }
-ZnVdUint::operator unsigned int() const { return uValue; }
-ZnVdUint::operator float() const { return static_cast<float>(uValue); }
-ZnVdUint::operator double() const { return uValue; }
-ZnString ZnVdUint::ToString() const { return ZnString(uValue); }
-int ZnVdUint::Compare(ZnVariantData const *other) const { return uValue == static_cast<unsigned int>(*other); }
-
-// float
-
-ZnVariantData *ZnVdFloat::MakeCopy() const { return new ZnVdFloat(*this); }
-ZnVariantData *ZnVdFloat::Assign(float value) {
-  fValue = value;
-  return this;
-}
-ZnVdFloat::operator int() const { return Truncated(fValue); }
-ZnVdFloat::operator unsigned int() const { return static_cast<unsigned int>(Truncated(fValue)); }
-ZnVdFloat::operator float() const { return fValue; }
-ZnVdFloat::operator double() const { return fValue; }
-ZnString ZnVdFloat::ToString() const { return ZnString(fValue); }
-int ZnVdFloat::Compare(ZnVariantData const *other) const { return fValue == static_cast<float>(*other); }
-
-// double
-
-ZnVariantData *ZnVdDouble::MakeCopy() const { return new ZnVdDouble(*this); }
-ZnVariantData *ZnVdDouble::Assign(double value) {
-  dValue = value;
-  return this;
-}
-ZnVdDouble::operator int() const { return Truncated(dValue); }
-ZnVdDouble::operator unsigned int() const { return static_cast<unsigned int>(Truncated(dValue)); }
-ZnVdDouble::operator float() const { return static_cast<float>(dValue); }
-ZnVdDouble::operator double() const { return dValue; }
-ZnString ZnVdDouble::ToString() const { return ZnString(dValue); }
-int ZnVdDouble::Compare(ZnVariantData const *other) const { return dValue == static_cast<double>(*other); }
+ZnVdBool::operator bool() const { return tValue; }
+ZnVdBool::operator int() const { return tValue ? 1 : 0; }
+ZnVdBool::operator unsigned int() const { return tValue ? 1u : 0u; }
 
 // string
 
-ZnVariantData *ZnVdString::MakeCopy() const { return new ZnVdString(*this); }
-ZnVariantData *ZnVdString::Assign(ZnString const &value) {
-  fsValue = value;
-  return this;
-}
-ZnVdString::operator int() const { return static_cast<int>(fsValue); }
-ZnVdString::operator unsigned int() const { return static_cast<unsigned int>(fsValue); }
-ZnVdString::operator float() const { return static_cast<float>(fsValue); }
-ZnVdString::operator double() const { return static_cast<double>(fsValue); }
-ZnString ZnVdString::ToString() const { return fsValue; }
-int ZnVdString::Compare(ZnVariantData const *other) const { return fsValue == other->ToString(); }
+ZnVdString::operator int() const { return static_cast<int>(tValue); }
+ZnVdString::operator unsigned int() const { return static_cast<unsigned int>(tValue); }
+ZnVdString::operator float() const { return static_cast<float>(tValue); }
+ZnVdString::operator double() const { return static_cast<double>(tValue); }
+ZnString ZnVdString::ToString() const { return tValue; }
 
 }  // namespace variant_namespace

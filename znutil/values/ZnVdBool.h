@@ -1,31 +1,22 @@
 // variant_namespace::ZnVdBool: the payload of a variant that holds a bool.
+//
+// It is 1 or 0 as an integer, but keeps the base's 0.0 as a float or double
+// and the base's empty text: deliberate.
 #ifndef ZNUTIL_VALUES_ZNVDBOOL_H
 #define ZNUTIL_VALUES_ZNVDBOOL_H
 
 #include <znutil/platform/Export.h>
-#include <znutil/values/ZnVariantData.h>
+#include <znutil/values/ZnVdValue.h>
 
 namespace variant_namespace {
 
-class ZNUTIL_API ZnVdBool : public ZnVariantData {
+class ZNUTIL_API ZnVdBool : public ZnVdValue<ZnVdBool, bool, ZnVariantData::kBool> {
  public:
-  explicit ZnVdBool(bool value) : ZnVariantData(kBool), bValue(value) {}
+  explicit ZnVdBool(bool value) : ZnVdValue(value) {}
 
-  using ZnVariantData::Assign;
-
-  ZnVariantData *MakeCopy() const override;
-  /// Stores in place and returns this payload.
-  ZnVariantData *Assign(bool value) override;
   operator bool() const override;
-  /// 1 or 0.
   operator int() const override;
   operator unsigned int() const override;
-  // Float, double and text stay as in the base: 0.0 and empty. Deliberate.
-  /// 1 when the value equals the other's bool conversion.
-  int Compare(ZnVariantData const *other) const override;
-
- private:
-  bool bValue;
 };
 
 }  // namespace variant_namespace

@@ -3,33 +3,13 @@
 #define ZNUTIL_VALUES_ZNVDDOUBLE_H
 
 #include <znutil/platform/Export.h>
-#include <znutil/values/ZnVariantData.h>
+#include <znutil/values/ZnVdNumber.h>
 
 namespace variant_namespace {
 
-class ZNUTIL_API ZnVdDouble : public ZnVariantData {
+class ZNUTIL_API ZnVdDouble : public ZnVdNumber<ZnVdDouble, double, ZnVariantData::kDouble> {
  public:
-  explicit ZnVdDouble(double value) : ZnVariantData(kDouble), dValue(value) {}
-
-  using ZnVariantData::Assign;
-
-  ZnVariantData *MakeCopy() const override;
-  /// Stores in place and returns this payload.
-  ZnVariantData *Assign(double value) override;
-  // As bool it stays false, as in the base. Deliberate.
-  /// Truncated toward zero; INT_MIN when out of range or not a number.
-  operator int() const override;
-  /// Truncated toward zero as a signed value, then the same bits.
-  operator unsigned int() const override;
-  operator float() const override;
-  operator double() const override;
-  /// "%lf".
-  ZnString ToString() const override;
-  /// 1 when the value equals the other's double conversion.
-  int Compare(ZnVariantData const *other) const override;
-
- private:
-  double dValue;
+  explicit ZnVdDouble(double value) : ZnVdNumber(value) {}
 };
 
 }  // namespace variant_namespace

@@ -1,7 +1,8 @@
-// Temporary files for the stream tests: one folder per test process, and
-// whole-file reads and writes that do not go through the library.
-#ifndef ZNUTIL_TESTS_VALUES_STREAMTESTFILES_H
-#define ZNUTIL_TESTS_VALUES_STREAMTESTFILES_H
+// Helpers of the stream tests: temporary files (one folder per test
+// process, whole-file reads and writes that do not go through the library)
+// and the status that a call throws.
+#ifndef ZNUTIL_TESTS_VALUES_STREAMTESTSUPPORT_H
+#define ZNUTIL_TESTS_VALUES_STREAMTESTSUPPORT_H
 
 #include <unistd.h>
 
@@ -12,6 +13,8 @@
 #include <iterator>
 #include <string>
 #include <vector>
+
+#include <znutil/values/ZnStreamException.h>
 
 namespace znutil_test {
 
@@ -39,6 +42,17 @@ inline void WriteWholeFile(std::string const &path, Bytes const &bytes) {
   out.write(reinterpret_cast<char const *>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
 
+/// The status that `call` throws as a ZnStreamException, or ZnStreamOk.
+template <typename Call>
+ZnStreamError Thrown(Call call) {
+  try {
+    call();
+  } catch (ZnStreamException const &e) {
+    return e.eError;
+  }
+  return ZnStreamOk;
+}
+
 }  // namespace znutil_test
 
-#endif  // ZNUTIL_TESTS_VALUES_STREAMTESTFILES_H
+#endif  // ZNUTIL_TESTS_VALUES_STREAMTESTSUPPORT_H
