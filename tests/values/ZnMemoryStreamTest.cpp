@@ -62,6 +62,8 @@ TEST(ZnMemoryStreamTest, CallersBlockNeverGrows) {
 
   ZnMemoryStream none(block, -4);  // a negative size is an empty block
   EXPECT_EQ(Thrown([&] { none << 'z'; }), ZnStreamWriteError);
+  ZnMemoryStream null(nullptr, 0);
+  EXPECT_EQ(Thrown([&] { null.WriteBytes(0, "", false); }), ZnStreamOk);
   EXPECT_EQ(Thrown([&] { none.Seek(0); }), ZnStreamSeekError);
 }
 

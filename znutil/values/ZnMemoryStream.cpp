@@ -13,6 +13,7 @@ namespace {
 
 // Copies `size` bytes, reversing their order when asked.
 void Transfer(void *destination, void const *source, unsigned int size, bool reverse) {
+  if (size == 0) return;  // a block of the caller's may be null
   if (!reverse) {
     std::memcpy(destination, source, size);
     return;
