@@ -15,4 +15,6 @@
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
 
+#include <znutil/regex/regexpr.h>
+
 #endif  // ZNUTIL_ZNUTIL_H
