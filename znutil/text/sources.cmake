@@ -1,0 +1,13 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnPointerStorageString.cpp
+  ZnString.cpp
+  ZnStringCursorOps.cpp
+  ZnStringFile.cpp
+  ZnStringFormat.cpp
+  ZnStringLines.cpp
+  ZnStringPath.cpp
+  ZnStringRef.cpp
+  ZnStringSearch.cpp
+  ZnStringStream.cpp
+  ZnStringTokenizerCallBack.cpp
+  internal/WindowsRuntime.cpp)
