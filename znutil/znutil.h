@@ -23,6 +23,7 @@
 #include <znutil/text/ZnStringScanner.h>
 #include <znutil/text/ZnStringSize.h>
 
+#include <znutil/regex/ZnRegularExpression.h>
 #include <znutil/regex/regexpr.h>
 
 #endif  // ZNUTIL_ZNUTIL_H

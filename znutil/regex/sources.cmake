@@ -4,4 +4,5 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   RegexprFirstMap.cpp
   RegexprStarJump.cpp
   RegexprMatch.cpp
-  RegexprSearch.cpp)
+  RegexprSearch.cpp
+  ZnRegularExpression.cpp)
