@@ -71,7 +71,7 @@ bool FirstMapWalk::Step(int *at) {
       *emptyMatch_ = 1;
       return false;
     case op_line_end:
-      map_['\n'] = 1;
+      map_[unsigned{'\n'}] = 1;
       if (*emptyMatch_ == 0) *emptyMatch_ = 2;
       return false;
     case op_set:

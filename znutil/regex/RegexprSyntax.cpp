@@ -29,20 +29,22 @@ void BuildWordTable(RegexprTables &t) {
   t.wordDone = 1;
 }
 
+void Put(unsigned char *table, unsigned char c, RegexprToken token) { table[c] = token; }
+
 // The token of `c` goes to the plain table when `bare` holds, else to the quoted one.
 void SetToken(RegexprTables &t, bool bare, unsigned char c, RegexprToken token) {
-  (bare ? t.plain : t.quoted)[c] = token;
+  Put(bare ? t.plain : t.quoted, c, token);
 }
 
 void SetWordOperators(RegexprTables &t) {
-  t.quoted['w'] = tok_word_char;
-  t.quoted['W'] = tok_not_word_char;
-  t.quoted['<'] = tok_word_start;
-  t.quoted['>'] = tok_word_end;
-  t.quoted['b'] = tok_word_edge;
-  t.quoted['B'] = tok_not_word_edge;
-  t.quoted['`'] = tok_text_start;
-  t.quoted['\''] = tok_text_end;
+  Put(t.quoted, 'w', tok_word_char);
+  Put(t.quoted, 'W', tok_not_word_char);
+  Put(t.quoted, '<', tok_word_start);
+  Put(t.quoted, '>', tok_word_end);
+  Put(t.quoted, 'b', tok_word_edge);
+  Put(t.quoted, 'B', tok_not_word_edge);
+  Put(t.quoted, '`', tok_text_start);
+  Put(t.quoted, '\'', tok_text_end);
 }
 
 void SetPrecedences(RegexprTables &t, int syntax) {
@@ -65,20 +67,20 @@ void regexpr_initialize() {
   std::memset(t.quoted, tok_literal, sizeof t.quoted);
   t.initialised = 1;
   for (int c = '0'; c <= '9'; ++c) t.quoted[c] = tok_backref;
-  t.plain['\\'] = tok_backslash;
+  Put(t.plain, '\\', tok_backslash);
   SetToken(t, syntax & SYNTAX_BARE_PARENS, '(', tok_group_open);
   SetToken(t, syntax & SYNTAX_BARE_PARENS, ')', tok_group_close);
   SetToken(t, syntax & SYNTAX_BARE_VBAR, '|', tok_alternate);
-  t.plain['*'] = tok_star;
+  Put(t.plain, '*', tok_star);
   SetToken(t, !(syntax & SYNTAX_QUOTED_PLUS_QM), '+', tok_plus);
   SetToken(t, !(syntax & SYNTAX_QUOTED_PLUS_QM), '?', tok_optional);
-  if (syntax & SYNTAX_NEWLINE_ALTERNATES) t.plain['\n'] = tok_alternate;
-  t.plain['['] = tok_set_open;
-  t.plain['^'] = tok_line_start;
-  t.plain['$'] = tok_line_end;
-  t.plain['.'] = tok_any;
+  if (syntax & SYNTAX_NEWLINE_ALTERNATES) Put(t.plain, '\n', tok_alternate);
+  Put(t.plain, '[', tok_set_open);
+  Put(t.plain, '^', tok_line_start);
+  Put(t.plain, '$', tok_line_end);
+  Put(t.plain, '.', tok_any);
   if (!(syntax & SYNTAX_NO_WORD_OPERATORS)) SetWordOperators(t);
-  if (syntax & SYNTAX_ESCAPE_SEQUENCES) t.quoted['v'] = tok_long_backref;
+  if (syntax & SYNTAX_ESCAPE_SEQUENCES) Put(t.quoted, 'v', tok_long_backref);
   SetPrecedences(t, syntax);
   t.strictOperators = (syntax & SYNTAX_STRICT_OPERATORS) != 0;
   t.escapeSequences = (syntax & SYNTAX_ESCAPE_SEQUENCES) != 0;
