@@ -47,6 +47,11 @@ int Searcher::SkipForward(int position, int range) const {
   if (translate_) {
     while (passed < limit && !InMap(bytes[passed])) ++passed;
   } else {
+    // Four bytes a step while none of them can begin a match.
+    while (passed + 4 <= limit &&
+           !(map_[bytes[passed]] | map_[bytes[passed + 1]] | map_[bytes[passed + 2]] | map_[bytes[passed + 3]])) {
+      passed += 4;
+    }
     while (passed < limit && !map_[bytes[passed]]) ++passed;
   }
   return passed;
