@@ -21,4 +21,4 @@ mkdir -p "$corpus"
 # -timeout fails any single input that runs longer than 10 seconds: no
 # input may hang the engine.
 ./build-fuzz/tests/regex/fuzz/regex_fuzz "$corpus" -dict=tests/regex/fuzz/regex.dict \
-  -max_total_time="$seconds" -timeout=10 -max_len=512 -print_final_stats=1
+  -max_total_time="$seconds" -timeout=10 -max_len=512 -artifact_prefix=build-fuzz/ -print_final_stats=1
