@@ -50,5 +50,7 @@
 #include <znutil/values/ZnVdString.h>
 #include <znutil/values/ZnVdUint.h>
 #include <znutil/values/ZnVdValue.h>
+#include <znutil/regex/ZnRegularExpression.h>
+#include <znutil/regex/regexpr.h>
 
 #endif  // ZNUTIL_ZNUTIL_H

@@ -90,6 +90,25 @@ void TourValues() {
               minusOne == allOnes, one == oneAsDouble);
 }
 
+void TourRegex() {
+  std::printf("== Regular expressions\n");
+  ZnRegularExpression date("([0-9]+)-([0-9]+)-([0-9]+)");
+  date.Optimize();
+  ZnString const text("Released on 2024-06-11, patched later.");
+  auto group = [&](int n) { return text.MidString(date.RegisterStart(n), date.RegisterEnd(n) - date.RegisterStart(n)); };
+  if (date.Matches(text)) {
+    std::printf("\"%s\" matched at %d..%d: year %s, month %s, day %s\n", static_cast<char const *>(text),
+                date.MatchedStart(), date.MatchedEnd(), static_cast<char const *>(group(1)),
+                static_cast<char const *>(group(2)), static_cast<char const *>(group(3)));
+  }
+  ZnRegularExpression bad("(unclosed");
+  std::printf("\"(unclosed\" compiles: %s (%s)\n", bad.Valid() ? "yes" : "no",
+              static_cast<char const *>(bad.CompileErrorString()));
+  ZnString const pattern = ZnRegularExpression::DosToRegEx("*.TXT");
+  std::printf("wildcard *.TXT becomes %s, which %s notes.txt\n", static_cast<char const *>(pattern),
+              ZnRegularExpression(pattern).Matches("notes.txt") ? "matches" : "does not match");
+}
+
 }  // namespace
 
 int main() {
@@ -98,5 +117,6 @@ int main() {
   TourStrings();
   TourClocks();
   TourValues();
+  TourRegex();
   return 0;
 }
