@@ -40,4 +40,12 @@
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
 
+#include <znutil/text/ZnNullString.h>
+#include <znutil/text/ZnPointerStorageString.h>
+#include <znutil/text/ZnString.h>
+#include <znutil/text/ZnStringCursor.h>
+#include <znutil/text/ZnStringRef.h>
+#include <znutil/text/ZnStringScanner.h>
+#include <znutil/text/ZnStringSize.h>
+
 #endif  // ZNUTIL_ZNUTIL_H

@@ -31,10 +31,26 @@ void TourLocks() {
   std::printf("an atomic word incremented once holds %ld\n", word.Get());
 }
 
+void TourStrings() {
+  std::printf("== Strings\n");
+  ZnString name("report");
+  ZnString copy = name;
+  copy << ".txt";
+  std::printf("\"%s\" copied and appended to: \"%s\" (the original is unchanged)\n",
+              static_cast<char const *>(name), static_cast<char const *>(copy));
+  ZnString greeting("world");
+  greeting >> "hello, ";
+  std::printf("prepending with >>: \"%s\"; as upper case: \"%s\"\n", static_cast<char const *>(greeting),
+              static_cast<char const *>(greeting.ToUpper()));
+  std::printf("\"lo\" found at %d; empty text equals NULL_STRING: %s\n", greeting.ContainsSubString(ZnString("lo")),
+              ZnString("") == NULL_STRING ? "yes" : "no");
+}
+
 }  // namespace
 
 int main() {
   TourMemory();
   TourLocks();
+  TourStrings();
   return 0;
 }

@@ -1,4 +1,8 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  PathText.cpp
+  WideText.cpp
+  linux/Directory.cpp
+  linux/File.cpp
   linux/Heap.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp

@@ -1,0 +1,214 @@
+#include <znutil/text/ZnStringRef.h>
+
+#include <cstring>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Reaches the protected slack so that tests can change growth.
+struct PadScope : ZnStringRef {
+  explicit PadScope(int pad) : saved(nNumPadChars) { nNumPadChars = pad; }
+  ~PadScope() override { nNumPadChars = saved; }
+  int saved;
+};
+
+TEST(ZnStringRefTest, ConstructorsSizeTheBuffer) {
+  ZnStringRef empty;
+  EXPECT_STREQ(empty.GetInternal(), "");
+  EXPECT_EQ(empty.GetMaxLength(), 32);
+  EXPECT_EQ(empty.GetCount(), 0);
+
+  ZnStringRef text("hello");
+  EXPECT_EQ(text.GetLength(), 5);
+  EXPECT_EQ(text.GetMaxLength(), 5 + 32);
+
+  ZnStringRef none(static_cast<char const *>(nullptr));
+  EXPECT_EQ(none.GetInternal(), nullptr);
+  EXPECT_EQ(none.GetMaxLength(), 0);
+
+  ZnStringRef exact("abcdef", 3);
+  EXPECT_STREQ(exact.GetInternal(), "abc");
+  EXPECT_EQ(exact.GetLength(), 3);
+  EXPECT_EQ(exact.GetMaxLength(), 3) << "substrings have no slack";
+
+  ZnStringRef room(100);
+  EXPECT_EQ(room.GetLength(), 0);
+  EXPECT_EQ(room.GetMaxLength(), 132);
+
+  unsigned short const wide[] = {'w', 0x263A, 0xE9, 0};
+  ZnStringRef converted(wide);
+  EXPECT_STREQ(converted.GetInternal(), "w?\xE9") << "Latin-1, one unit to one byte";
+}
+
+TEST(ZnStringRefTest, GrowthIsAdditiveAndNeverShrinks) {
+  ZnStringRef ref("abc");
+  ref.Append("defg");
+  EXPECT_EQ(ref.GetMaxLength(), 35) << "fits the slack: no growth";
+  char *before = ref.GetInternal();
+  ref.Append(std::string(40, 'x').c_str());
+  EXPECT_NE(ref.GetInternal(), before);
+  EXPECT_EQ(ref.GetMaxLength(), 47 + 32) << "exactly the needed size plus 32";
+  ref.MakeCopy("short");
+  EXPECT_EQ(ref.GetMaxLength(), 79) << "a buffer never shrinks";
+  ref.SetMaxLength(10);
+  EXPECT_EQ(ref.GetMaxLength(), 79);
+  ref.SetMaxLength(60);
+  EXPECT_EQ(ref.GetMaxLength(), 92);
+  EXPECT_STREQ(ref.GetInternal(), "short");
+}
+
+TEST(ZnStringRefTest, SlackIsReadAtEveryGrowth) {
+  ZnStringRef ref("ab");
+  {
+    PadScope pad(4);
+    ref.Append(std::string(40, 'y').c_str());
+    EXPECT_EQ(ref.GetMaxLength(), 42 + 4);
+  }
+  ref.Append(std::string(10, 'z').c_str());
+  EXPECT_EQ(ref.GetMaxLength(), 52 + 32);
+}
+
+TEST(ZnStringRefTest, ZeroMaxLengthAlwaysReallocates) {
+  ZnStringRef none(static_cast<char const *>(nullptr));
+  none.AllocBuffer(0);
+  ASSERT_NE(none.GetInternal(), nullptr);
+  EXPECT_EQ(none.GetMaxLength(), 32);
+
+  ZnStringRef other(static_cast<char const *>(nullptr));
+  other.ReallocBuffer(0);
+  EXPECT_STREQ(other.GetInternal(), "");
+  EXPECT_EQ(other.GetMaxLength(), 32);
+
+  ZnStringRef third(static_cast<char const *>(nullptr));
+  third.MakeCopy("");
+  EXPECT_EQ(third.GetMaxLength(), 32);
+}
+
+TEST(ZnStringRefTest, NullPointersChangeNothing) {
+  ZnStringRef ref("keep");
+  ref.MakeCopy(static_cast<char const *>(nullptr));
+  ref.MakeCopy(static_cast<unsigned short const *>(nullptr));
+  EXPECT_STREQ(ref.GetInternal(), "keep");
+  EXPECT_EQ(ref.GetMaxLength(), 36);
+}
+
+TEST(ZnStringRefTest, AppendPrependAndReplace) {
+  ZnStringRef ref("middle");
+  ref.Prepend("<");
+  ref.Append('>');
+  ref.Append(static_cast<unsigned short>(0x141));  // low 8 bits, unconverted
+  EXPECT_STREQ(ref.GetInternal(), "<middle>A");
+  ref.ReplaceString(ZnStringRef("MID"), 1, 6);
+  EXPECT_STREQ(ref.GetInternal(), "<MID>A");
+  ref.ReplaceString(ZnStringRef("long text"), 1, 1);
+  EXPECT_STREQ(ref.GetInternal(), "<long textID>A");
+  ref.ReplaceString(ZnStringRef("x"), 0, 5);
+  EXPECT_STREQ(ref.GetInternal(), "x textID>A");
+  EXPECT_EQ(ref.GetLength(), 10);
+}
+
+TEST(ZnStringRefTest, ReplaceGrowsFromTheOldMaxLength) {
+  ZnStringRef ref("abcdef", 6);  // max length 6
+  ref.ReplaceString(ZnStringRef("1234"), 2, 1);
+  EXPECT_STREQ(ref.GetInternal(), "ab1234def");
+  EXPECT_EQ(ref.GetMaxLength(), 6 - 1 + 4 + 32);
+}
+
+TEST(ZnStringRefTest, ReplaceBeyondTheTextStaysInsideTheBuffer) {
+  ZnStringRef ref("abc");
+  ref.ReplaceString(ZnStringRef("XY"), 2, 50);
+  EXPECT_STREQ(ref.GetInternal(), "abXY");
+  ref.ReplaceString(ZnStringRef("_"), -3, 1);
+  EXPECT_STREQ(ref.GetInternal(), "_bXY");
+}
+
+TEST(ZnStringRefTest, AppendingItselfIsSafe) {
+  ZnStringRef ref("abcdefghij", 10);
+  ref.Append(ref);
+  EXPECT_STREQ(ref.GetInternal(), "abcdefghijabcdefghij");
+  ref.Prepend(ref.GetInternal() + 18);
+  EXPECT_STREQ(ref.GetInternal(), "ijabcdefghijabcdefghij");
+}
+
+TEST(ZnStringRefTest, CompareIsOnUnsignedBytesAndFixedToOne) {
+  ZnStringRef ref("b");
+  EXPECT_EQ(ref.CompareToInternal("a"), 1);
+  EXPECT_EQ(ref.CompareToInternal("zzz"), -1);
+  EXPECT_EQ(ref.CompareToInternal("b"), 0);
+  EXPECT_EQ(ref.CompareToInternal("\xE9"), -1) << "0xE9 is above 'b' as an unsigned byte";
+  unsigned short const wide[] = {'b', 0};
+  EXPECT_EQ(ref.CompareToInternal(wide), 0);
+}
+
+TEST(ZnStringRefTest, CaseAndWhiteSpaceEdits) {
+  ZnStringRef ref("  hello WORLD  ");
+  ref.Capitalize();
+  EXPECT_STREQ(ref.GetInternal(), "  Hello world  ") << "only the first letter stays raised";
+  ref.NoLeadingWhiteSpace();
+  EXPECT_STREQ(ref.GetInternal(), "Hello world  ");
+  ref.NoTrailingWhiteSpace();
+  EXPECT_STREQ(ref.GetInternal(), "Hello world");
+  ref.ConvertToUpper();
+  EXPECT_STREQ(ref.GetInternal(), "HELLO WORLD");
+  ref.StripWhiteSpace();
+  EXPECT_STREQ(ref.GetInternal(), "HELLOWORLD");
+  EXPECT_EQ(ref.GetLength(), 10);
+  ref.ConvertToLower();
+  EXPECT_STREQ(ref.GetInternal(), "helloworld");
+}
+
+TEST(ZnStringRefTest, TruncateAndSetCharacterStayInRange) {
+  ZnStringRef ref("abcdef");
+  EXPECT_FALSE(ref.SetCharacter(6, 'x'));
+  EXPECT_FALSE(ref.SetCharacter(-1, 'x'));
+  EXPECT_TRUE(ref.SetCharacter(1, '\0'));
+  EXPECT_EQ(ref.GetLength(), 6) << "storing a NUL does not change the length";
+  ref.Truncate(4);
+  EXPECT_EQ(ref.GetLength(), 1) << "the length is measured again";
+  ref.Truncate(10);
+  ref.Truncate(-1);
+  EXPECT_EQ(ref.GetLength(), 1);
+}
+
+TEST(ZnStringRefTest, ConvertToCStringEscapes) {
+  ZnStringRef ref("\r\x07\xE9q\"'\\\b\t\n");
+  ref.ConvertToCString();
+  EXPECT_STREQ(ref.GetInternal(), "\\r\\x007\\x0e9q\\\"\\'\\\\\\b\\t\\n");
+  EXPECT_EQ(ref.GetMaxLength(), 5 + 5 + 1 + 2 * 7 + 32);
+}
+
+TEST(ZnStringRefTest, DuplicatesBelongToTheCaller) {
+  ZnStringRef ref("A\xE9");
+  std::unique_ptr<char[]> narrow(ref.DuplicateAscii());
+  EXPECT_STREQ(narrow.get(), "A\xE9");
+  std::unique_ptr<unsigned short[]> wide(ref.DuplicateUnicode());
+  EXPECT_EQ(wide[0], 'A');
+  EXPECT_EQ(wide[1], 0xE9);
+  EXPECT_EQ(wide[2], 0);
+}
+
+TEST(ZnStringRefTest, CopyOnWriteGivesAFreshPlainRef) {
+  ZnStringRef ref("text");
+  ref.IncrementCount();
+  ref.IncrementCount();
+  std::unique_ptr<ZnStringRef> copy(ref.CopyOnWrite());
+  EXPECT_STREQ(copy->GetInternal(), "text");
+  EXPECT_EQ(copy->GetCount(), 0);
+  EXPECT_EQ(copy->GetMaxLength(), 4 + 32);
+  EXPECT_EQ(ref.GetCount(), 2) << "the source count is not touched";
+  EXPECT_EQ(ref.DecrementCount(), 1);
+}
+
+TEST(ZnStringRefTest, AssignmentCopiesIntoABufferOfItsOwn) {
+  ZnStringRef source("shared?");
+  source.IncrementCount();
+  ZnStringRef target;
+  target = source;
+  EXPECT_STREQ(target.GetInternal(), "shared?");
+  EXPECT_EQ(target.GetCount(), 1);
+  EXPECT_NE(target.GetInternal(), source.GetInternal());
+}
+
+}  // namespace

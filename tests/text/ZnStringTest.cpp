@@ -1,0 +1,337 @@
+#include <znutil/text/ZnString.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <znutil/memory/ZnFixedBlockAllocator.h>
+#include <znutil/text/ZnStringRef.h>
+
+namespace {
+
+// True if running `body` takes a block of the size class that string refs
+// and short buffers come from: the allocator serves the last freed block
+// first, so a probe block freed just before comes back only if nothing
+// else took it.
+template <typename Body>
+bool Allocates(Body body) {
+  void *probe = ZnFixedBlockAllocator::Alloc(sizeof(ZnStringRef));
+  ZnFixedBlockAllocator::Free(probe);
+  body();
+  void *next = ZnFixedBlockAllocator::Alloc(sizeof(ZnStringRef));
+  ZnFixedBlockAllocator::Free(next);
+  return next != probe;
+}
+
+std::string TempPath(char const *name) {
+  char const *dir = std::getenv("TMPDIR");
+  return std::string(dir != nullptr ? dir : "/tmp") + "/znutil_text_test_" + name;
+}
+
+TEST(ZnStringTest, NullStringNeverAllocates) {
+  EXPECT_FALSE(Allocates([] {
+    ZnString a;
+    ZnString b(NULL_STRING);
+    ZnString c(a);
+    c = b;
+    c = NULL_STRING;
+    EXPECT_TRUE(a == NULL_STRING);
+    EXPECT_EQ(a.Length(), 0);
+    EXPECT_EQ(a.MaxLength(), 32);
+  }));
+}
+
+TEST(ZnStringTest, EmptyTextIsARealRefThatEqualsNull) {
+  ZnString empty("");
+  EXPECT_TRUE(empty == NULL_STRING);
+  EXPECT_FALSE(empty != NULL_STRING);
+  EXPECT_TRUE(ZnString("x") != NULL_STRING);
+  EXPECT_TRUE(ZnString(static_cast<char const *>(nullptr)) == NULL_STRING);
+  ZnString kept;
+  EXPECT_TRUE(Allocates([&] { kept = ""; }));
+}
+
+TEST(ZnStringTest, CopiesShareUntilOneIsWritten) {
+  ZnString original("shared text");
+  ZnString copy;
+  EXPECT_FALSE(Allocates([&] { copy = original; }));
+  EXPECT_TRUE(Allocates([&] { copy << "!"; })) << "the write makes the copy private";
+  EXPECT_EQ(original, "shared text");
+  EXPECT_EQ(copy, "shared text!");
+  EXPECT_FALSE(Allocates([&] { original << "?"; })) << "the original is sole owner again";
+  EXPECT_EQ(original, "shared text?");
+}
+
+TEST(ZnStringTest, CopyOnWriteGivesTheNewRefSlack) {
+  ZnString original("abc");
+  ZnString copy(original);
+  copy.SetCharacter(0, 'x');
+  EXPECT_EQ(copy.MaxLength(), 3 + 32);
+  EXPECT_EQ(original, "abc");
+}
+
+TEST(ZnStringTest, SizeHintsOfTheNullString) {
+  ZnString appended;
+  appended << "hello";
+  EXPECT_EQ(appended.MaxLength(), 5 + 32) << "append hint: the size of the addition";
+  ZnString one;
+  one << 'c';
+  EXPECT_EQ(one.MaxLength(), 4 + 32);
+  ZnString sized(ZnStringSize(100));
+  EXPECT_TRUE(sized == NULL_STRING);
+  EXPECT_EQ(sized.MaxLength(), 132);
+  sized << std::string(100, 'x').c_str();
+  EXPECT_EQ(sized.MaxLength(), 132) << "the room was used, no growth";
+}
+
+TEST(ZnStringTest, SubstringsHaveNoSlack) {
+  ZnString text("abcdef");
+  ZnString left = text.LeftString(3);
+  EXPECT_EQ(left, "abc");
+  EXPECT_EQ(left.MaxLength(), 3);
+  left << "d";
+  EXPECT_EQ(left.MaxLength(), 4 + 32);
+}
+
+TEST(ZnStringTest, AssignmentFromText) {
+  ZnString text("first");
+  ZnString shared(text);
+  text = "second";
+  EXPECT_EQ(text, "second");
+  EXPECT_EQ(shared, "first") << "a shared ref is left to the other value";
+  int const room = text.MaxLength();
+  text = "3rd";
+  EXPECT_EQ(text.MaxLength(), room) << "a sole owner keeps its buffer";
+  text = static_cast<char const *>(nullptr);
+  EXPECT_TRUE(text == NULL_STRING);
+  unsigned short const wide[] = {'w', 'i', 0};
+  text = wide;
+  EXPECT_EQ(text, "wi");
+  text = text;
+  EXPECT_EQ(text, "wi");
+}
+
+TEST(ZnStringTest, NumbersInAndOut) {
+  EXPECT_EQ(ZnString(-12), "-12");
+  EXPECT_EQ(ZnString(4000000000u), "4000000000");
+  EXPECT_EQ(ZnString(1.5f), "1.500000");
+  EXPECT_EQ(ZnString(2.25), "2.250000");
+  ZnString text;
+  text = 7;
+  EXPECT_EQ(text, "7");
+  text = 0.5;
+  EXPECT_EQ(text, "0.500000");
+  ZnString number("42abc");
+  EXPECT_EQ(static_cast<int>(number), 42);
+  EXPECT_EQ(static_cast<long>(number), 42L);
+  EXPECT_EQ(static_cast<unsigned int>(ZnString("17")), 17u);
+  EXPECT_FLOAT_EQ(static_cast<float>(ZnString("2.5")), 2.5f);
+  EXPECT_DOUBLE_EQ(static_cast<double>(ZnString("-0.25")), -0.25);
+  EXPECT_EQ(static_cast<unsigned int>(ZnString("none")), 0u);
+  EXPECT_EQ(static_cast<int>(ZnString()), 0);
+}
+
+TEST(ZnStringTest, ShiftOperatorsAppendAndPrepend) {
+  ZnString text;
+  text << 5;
+  EXPECT_EQ(text, "5");
+  ZnString x("x");
+  x >> 5;
+  EXPECT_EQ(x, "5x");
+  x << 'y' << static_cast<unsigned short>(0x17A) << 1.5f;
+  EXPECT_EQ(x, "5xyz1.500000");
+  x >> "<" >> ZnString("[");
+  EXPECT_EQ(x, "[<5xyz1.500000");
+  x += "!";
+  x += 3;
+  EXPECT_EQ(x, "[<5xyz1.500000!3");
+  ZnString base("a");
+  ZnString sum = base + ZnString("b");
+  EXPECT_EQ(sum, "ab");
+  EXPECT_EQ(base, "a");
+  base << base;
+  EXPECT_EQ(base, "aa");
+}
+
+TEST(ZnStringTest, ComparisonsReadUnsignedBytes) {
+  ZnString b("b");
+  EXPECT_EQ(b.Compare(ZnString("a")), 1);
+  EXPECT_EQ(b.Compare(ZnString("c")), -1);
+  EXPECT_EQ(b.Compare(ZnString("b")), 0);
+  EXPECT_TRUE(b < ZnString("\xE9"));
+  EXPECT_TRUE(b > "B");
+  EXPECT_TRUE(b <= "b");
+  EXPECT_TRUE(b >= "b");
+  EXPECT_EQ(ZnString().Compare(ZnString("")), 0);
+  EXPECT_EQ(ZnString("Hello").CaseCompare(ZnString("hELLO")), 0);
+  EXPECT_LT(ZnString("abc").CaseCompare(ZnString("ABD")), 0);
+  EXPECT_GT(ZnString("b").CaseCompare(ZnString("A")), 0);
+  unsigned short const wide[] = {'b', 0};
+  EXPECT_TRUE(b == wide);
+}
+
+TEST(ZnStringTest, CharacterSearches) {
+  ZnString text("abcabc");
+  EXPECT_EQ(text.HaveCharacter('c', 0), 2);
+  EXPECT_EQ(text.HaveCharacter('c', 3), 5);
+  EXPECT_EQ(text.HaveCharacter('a', 6), -1) << "start equal to length";
+  EXPECT_EQ(text.HaveCharacter('a', -1), -1);
+  EXPECT_EQ(ZnString().HaveCharacter('a', 0), -1);
+  EXPECT_EQ(text.ReverseHaveCharacter('a', 2), 3) << "the last at or after start";
+  EXPECT_EQ(text.ReverseHaveCharacter('a', 4), -1);
+  EXPECT_EQ(text.HaveCharactersInSet(ZnString("xc"), 0), 2);
+  EXPECT_EQ(text.HaveCharactersInSet(ZnString("xyz"), 0), -1);
+}
+
+TEST(ZnStringTest, SubStringSearches) {
+  ZnString text("Hello hello");
+  EXPECT_EQ(text.ContainsSubString(ZnString("llo"), 0), 2);
+  EXPECT_EQ(text.ContainsSubString(ZnString("llo"), 3), 8);
+  EXPECT_EQ(text.ContainsSubString(ZnString(""), 0), -1);
+  EXPECT_EQ(text.CaseContainsSubString(ZnString("HELLO"), 1), 6);
+  EXPECT_EQ(text.ReverseContainsSubString(ZnString("llo"), 100), 8);
+  EXPECT_EQ(text.ReverseContainsSubString(ZnString("llo"), 7), 2);
+  EXPECT_EQ(text.ReverseCaseContainsSubString(ZnString("HE"), 5), 0);
+  EXPECT_EQ(text.ReverseCaseContainsSubString(ZnString("HEL"), 5), -1) << "the wrong 'l' used up the right one";
+  EXPECT_EQ(ZnString("abb").ReverseContainsSubString(ZnString("ab"), 2), -1)
+      << "a failed partial match is not tried again";
+  EXPECT_EQ(ZnString("ab").ReverseContainsSubString(ZnString("abc"), 1), -1);
+  EXPECT_EQ(text.ReverseContainsSubString(ZnString("H"), -1), -1);
+}
+
+TEST(ZnStringTest, Cutting) {
+  ZnString text("abcdef");
+  EXPECT_EQ(text.MidString(-5, 2), "ab");
+  EXPECT_EQ(text.MidString(2, 99), "cdef");
+  EXPECT_TRUE(text.MidString(6, 1) == NULL_STRING);
+  EXPECT_TRUE(text.MidString(1, 0) == NULL_STRING);
+  EXPECT_EQ(text.LeftString(99), "abcdef");
+  EXPECT_TRUE(text.LeftString(0) == NULL_STRING);
+  EXPECT_EQ(text.RightString(2), "ef");
+  EXPECT_EQ(text.RightString(20), "abcdef");
+  EXPECT_EQ(text[1], 'b');
+  EXPECT_EQ(text.GetCharacter(6), '\0');
+  EXPECT_EQ(text[-1], '\0');
+}
+
+TEST(ZnStringTest, EditsInPlaceAndOnCopies) {
+  ZnString text("abcdef");
+  text.ReplaceString(ZnString("XY"), 2, 2);
+  EXPECT_EQ(text, "abXYef");
+  text.ReplaceString(ZnString("!"), 6, 0);
+  EXPECT_EQ(text, "abXYef!") << "a start at the end appends";
+  text.Truncate(2);
+  EXPECT_EQ(text, "ab");
+  text.Fill('-', 3);
+  EXPECT_EQ(text, "ab---") << "Fill adds, it clears nothing";
+  EXPECT_EQ(ZnString::MakeFill('=', 4), "====");
+
+  ZnString spaced("  Mixed Case  ");
+  EXPECT_EQ(spaced.ToUpper(), "  MIXED CASE  ");
+  EXPECT_EQ(spaced.ToLower(), "  mixed case  ");
+  EXPECT_EQ(spaced.ToCapitalize(), "  Mixed case  ");
+  EXPECT_EQ(spaced.ToNoWhite(), "MixedCase");
+  EXPECT_EQ(spaced.ToNoLeadingWhite(), "Mixed Case  ");
+  EXPECT_EQ(spaced.ToNoTrailingWhite(), "  Mixed Case");
+  EXPECT_EQ(spaced, "  Mixed Case  ") << "the To forms leave the value alone";
+  EXPECT_EQ(ZnString("\r\x07\xE9").ToCString(), "\\r\\x007\\x0e9");
+}
+
+TEST(ZnStringTest, PointerConversionsHandOutCopies) {
+  ZnString text("value");
+  ZnString other(text);
+  char const *pointer = static_cast<char const *>(text);
+  EXPECT_STREQ(pointer, "value");
+  other << "!";
+  EXPECT_STREQ(pointer, "value");
+  char *writable = static_cast<char *>(text);
+  writable[0] = 'V';
+  EXPECT_EQ(text, "value") << "writing through the pointer never changes the string";
+  unsigned short const *wide = static_cast<unsigned short const *>(text);
+  EXPECT_EQ(wide[0], 'v');
+  EXPECT_EQ(wide[5], 0);
+  EXPECT_STREQ(static_cast<char const *>(ZnString()), "");
+  text.Compact();
+  EXPECT_EQ(text, "value");
+}
+
+TEST(ZnStringTest, ConvertingASharedValueMakesItPrivate) {
+  ZnString first("shared");
+  ZnString second(first);
+  char const *pointer = static_cast<char const *>(first);
+  second.SetCharacter(0, 'S');
+  EXPECT_STREQ(pointer, "shared");
+  EXPECT_EQ(first, "shared");
+  EXPECT_EQ(second, "Shared");
+}
+
+TEST(ZnStringTest, DuplicatesAreOwnedByTheCaller) {
+  ZnString text("dup");
+  char *narrow = text.DuplicateAscii();
+  EXPECT_STREQ(narrow, "dup");
+  delete[] narrow;
+  unsigned short *wide = text.DuplicateUnicode();
+  EXPECT_EQ(wide[2], 'p');
+  delete[] wide;
+}
+
+TEST(ZnStringTest, FilesRoundTrip) {
+  std::string const path = TempPath("round_trip");
+  ZnString content("line one\nline two\n");
+  ASSERT_TRUE(content.WriteToFile(ZnString(path.c_str())));
+  ZnString read;
+  ASSERT_TRUE(read.ReadFromFile(ZnString(path.c_str())));
+  EXPECT_EQ(read, "line one\nline two\n");
+
+  ASSERT_TRUE(ZnString().WriteToFile(ZnString(path.c_str())));
+  ASSERT_TRUE(read.ReadFromFile(ZnString(path.c_str())));
+  EXPECT_TRUE(read == NULL_STRING) << "an empty file gives an empty text";
+
+  std::FILE *file = std::fopen(path.c_str(), "wb");
+  std::fwrite("ab\0cd", 1, 5, file);
+  std::fclose(file);
+  ASSERT_TRUE(read.ReadFromFile(ZnString(path.c_str())));
+  EXPECT_EQ(read, "ab") << "the text ends at an embedded NUL";
+  std::remove(path.c_str());
+
+  ZnString kept("kept");
+  EXPECT_FALSE(kept.ReadFromFile(ZnString(TempPath("missing").c_str())));
+  EXPECT_EQ(kept, "kept");
+  EXPECT_FALSE(kept.WriteToFile(ZnString("/nonexistent-dir/x")));
+}
+
+TEST(ZnStringTest, PathsAcceptBackslashes) {
+  std::string const path = TempPath("backslash");
+  std::string windowsForm = path;
+  for (char &c : windowsForm)
+    if (c == '/') c = '\\';
+  ASSERT_TRUE(ZnString("x").WriteToFile(ZnString(windowsForm.c_str())));
+  ZnString read;
+  EXPECT_TRUE(read.ReadFromFile(ZnString(path.c_str())));
+  EXPECT_EQ(read, "x");
+  std::remove(path.c_str());
+}
+
+TEST(ZnStringTest, StandardStreams) {
+  std::ostringstream out;
+  out << ZnString("ab") << ZnString() << ZnString("c");
+  EXPECT_EQ(out.str(), "abc");
+  std::istringstream in("first line\r\nsecond\n");
+  ZnString line;
+  in >> line;
+  EXPECT_EQ(line, "first line");
+  in >> line;
+  EXPECT_EQ(line, "second");
+  in >> line;
+  EXPECT_TRUE(in.fail());
+  EXPECT_TRUE(line == NULL_STRING) << "the read that fails still assigns its empty line";
+  line = "kept";
+  in >> line;
+  EXPECT_EQ(line, "kept") << "a failed stream leaves the string alone";
+}
+
+}  // namespace

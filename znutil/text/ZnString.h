@@ -1,0 +1,275 @@
+// ZnString: the text value of every interface of the library.
+//
+//   ZnString name("report");
+//   ZnString copy = name;          // shares the text: one pointer, one count
+//   copy << ".txt";                // copy on write: name is unchanged
+//   if (copy == NULL_STRING) ...   // the emptiness test
+//
+// A ZnString is one pointer to a shared ZnStringRef. Every mutation first
+// makes the storage private. The null string shares one static empty ref and
+// never allocates. Text is 8-bit and NUL-terminated; `unsigned short` text is
+// converted at the interface, one unit to one byte.
+//
+// Some rules are unusual and deliberate: `<<` appends and `>>` prepends, for
+// numbers too; `^` joins paths with exactly one backslash; the pointer
+// conversions hand out copies that live until the next conversion of the
+// same kind, never the buffer itself. Nothing here is thread-safe: values
+// that share a ref, and even a single value being converted, belong to one
+// thread at a time.
+#ifndef ZNUTIL_TEXT_ZNSTRING_H
+#define ZNUTIL_TEXT_ZNSTRING_H
+
+#include <iosfwd>
+
+#include <znutil/memory/ZnFixedBlockOperators.h>
+#include <znutil/platform/Export.h>
+#include <znutil/text/ZnNullString.h>
+#include <znutil/text/ZnStringCursor.h>
+#include <znutil/text/ZnStringRef.h>
+#include <znutil/text/ZnStringScanner.h>
+#include <znutil/text/ZnStringSize.h>
+
+class ZnPointerStorageString;
+
+class ZNUTIL_API ZnString {
+ public:
+  ZNUTIL_FIXED_BLOCK_OPERATORS
+
+  // Construction and assignment.
+
+  /// The null string; allocates nothing.
+  ZnString() : pzsrRef(NullRef()) {}
+  ZnString(ZnNullString const &) : pzsrRef(NullRef()) {}
+  /// Shares the other value's ref.
+  ZnString(ZnString const &other) : pzsrRef(other.pzsrRef) { Share(); }
+  /// Empty text with room for the size + 32 characters.
+  ZnString(ZnStringSize const &size);
+  /// A copy of the text; the null string for a null pointer. An empty text
+  /// gets a ref of its own, which still compares equal to NULL_STRING.
+  ZnString(char const *text);
+  ZnString(unsigned short const *text);
+  /// "%d".
+  ZnString(int value);
+  /// "%u".
+  ZnString(unsigned int value);
+  /// "%f".
+  ZnString(float value);
+  /// "%lf".
+  ZnString(double value);
+  ~ZnString() { Dereference(); }
+
+  ZnString &operator=(ZnString const &other);
+  ZnString &operator=(ZnNullString const &);
+  ZnString &operator=(char const *text);
+  ZnString &operator=(unsigned short const *text);
+  /// "%i", where the constructor uses "%d": both kept as they are.
+  ZnString &operator=(int value);
+  ZnString &operator=(float value);
+  ZnString &operator=(double value);
+
+  // Numbers out of text.
+
+  /// atoi.
+  operator int() const;
+  /// atol.
+  operator long() const;
+  /// sscanf "%u"; 0 when the text does not start with a number.
+  operator unsigned int() const;
+  /// sscanf "%f"; 0 when the text does not start with a number.
+  operator float() const;
+  /// sscanf "%lf"; 0 when the text does not start with a number.
+  operator double() const;
+
+  // Pointer conversions. Each returns a fresh copy of the text, valid until
+  // the next conversion of the same kind on this value, until the value is
+  // changed or destroyed. Writing through it never changes the string.
+
+  operator char const *() const;
+  operator char *();
+  operator unsigned short const *() const;
+  operator unsigned short *();
+  /// Frees the copies kept for the pointer conversions.
+  void Compact() const;
+
+  // Appending (<<, +=) and prepending (>>). Each changes this string.
+
+  ZnString &operator<<(ZnString const &text);
+  ZnString &operator<<(char const *text);
+  ZnString &operator<<(unsigned short const *text);
+  ZnString &operator<<(char c);
+  /// Keeps only the low 8 bits of `c`.
+  ZnString &operator<<(unsigned short c);
+  /// "%i".
+  ZnString &operator<<(int value);
+  /// "%f".
+  ZnString &operator<<(float value);
+  /// "%lf".
+  ZnString &operator<<(double value);
+  /// Puts the text in front: `s >> x` gives x followed by s.
+  ZnString &operator>>(ZnString const &text);
+  ZnString &operator>>(char const *text);
+  ZnString &operator>>(unsigned short const *text);
+  ZnString &operator>>(int value);
+  ZnString &operator>>(float value);
+  ZnString &operator>>(double value);
+  template <typename T>
+  ZnString &operator+=(T const &value) {
+    return *this << value;
+  }
+  ZnString &operator+=(char const *text) { return *this << text; }
+  ZnString &operator+=(unsigned short const *text) { return *this << text; }
+  /// A new value: this text followed by `text`.
+  ZnString operator+(ZnString const &text) const;
+  /// Path join: exactly one backslash between the two texts, even when the
+  /// left one is empty.
+  ZnString operator^(ZnString const &text) const;
+
+  // Comparison, as strcmp on unsigned bytes.
+
+  /// -1, 0 or 1.
+  int Compare(ZnString const &other) const;
+  /// As _stricmp: the difference of the first unequal lower-cased bytes.
+  int CaseCompare(ZnString const &other) const;
+  int operator==(ZnString const &other) const { return Compare(other) == 0; }
+  int operator!=(ZnString const &other) const { return Compare(other) != 0; }
+  int operator<(ZnString const &other) const { return Compare(other) < 0; }
+  int operator<=(ZnString const &other) const { return Compare(other) <= 0; }
+  int operator>(ZnString const &other) const { return Compare(other) > 0; }
+  int operator>=(ZnString const &other) const { return Compare(other) >= 0; }
+  int operator==(char const *text) const { return pzsrRef->CompareToInternal(text) == 0; }
+  int operator!=(char const *text) const { return pzsrRef->CompareToInternal(text) != 0; }
+  int operator<(char const *text) const { return pzsrRef->CompareToInternal(text) < 0; }
+  int operator<=(char const *text) const { return pzsrRef->CompareToInternal(text) <= 0; }
+  int operator>(char const *text) const { return pzsrRef->CompareToInternal(text) > 0; }
+  int operator>=(char const *text) const { return pzsrRef->CompareToInternal(text) >= 0; }
+  int operator==(unsigned short const *text) const { return pzsrRef->CompareToInternal(text) == 0; }
+  int operator!=(unsigned short const *text) const { return pzsrRef->CompareToInternal(text) != 0; }
+  int operator<(unsigned short const *text) const { return pzsrRef->CompareToInternal(text) < 0; }
+  int operator<=(unsigned short const *text) const { return pzsrRef->CompareToInternal(text) <= 0; }
+  int operator>(unsigned short const *text) const { return pzsrRef->CompareToInternal(text) > 0; }
+  int operator>=(unsigned short const *text) const { return pzsrRef->CompareToInternal(text) >= 0; }
+  /// True for any empty text, the null string or not.
+  int operator==(ZnNullString const &) const;
+  int operator!=(ZnNullString const &) const;
+
+  // Search: an index into the whole text, or -1. Unless said otherwise, -1
+  // also for the null string and for a start outside the text.
+
+  /// strchr from `start`.
+  int HaveCharacter(int c, int start = 0) const;
+  /// strrchr from `start`: the last occurrence at or after `start`.
+  int ReverseHaveCharacter(int c, int start = 0) const;
+  /// strpbrk from `start`.
+  int HaveCharactersInSet(ZnString const &set, int start = 0) const;
+  /// strstr from `start`; -1 for an empty `sub`.
+  int ContainsSubString(ZnString const &sub, int start = 0) const;
+  int CaseContainsSubString(ZnString const &sub, int start = 0) const;
+  /// Searches backward from `start`. After a partial match fails the search
+  /// goes on below the mismatch, so "ab" is not found in "abb": deliberate.
+  int ReverseContainsSubString(ZnString const &sub, int start) const;
+  int ReverseCaseContainsSubString(ZnString const &sub, int start) const;
+
+  // Access and cutting.
+
+  int Length() const { return pzsrRef->GetLength(); }
+  int MaxLength() const { return pzsrRef->GetMaxLength(); }
+  /// The character, or 0 outside the text.
+  char GetCharacter(int i) const;
+  char operator[](int i) const { return GetCharacter(i); }
+  bool SetCharacter(int i, char c);
+  /// The first `n` characters; the null string for n below 1.
+  ZnString LeftString(int n) const;
+  /// The last `n` characters; the null string for n below 1.
+  ZnString RightString(int n) const;
+  /// `n` characters from `start` (below 1 counts as 0); the null string
+  /// when `start` is not in the text or n is below 1.
+  ZnString MidString(int start, int n) const;
+  void Truncate(int n);
+  /// Replaces `count` characters at `start`; appends when `start` is at or
+  /// beyond the end.
+  void ReplaceString(ZnString const &s, int start, int count);
+  /// Appends `n` copies of `c`; clears nothing.
+  void Fill(char c, int n);
+  static ZnString MakeFill(char c, int n);
+
+  // Case and white space: in place, or on a copy.
+
+  void ConvertToUpper();
+  void ConvertToLower();
+  void Capitalize();
+  void ConvertToCString();
+  void StripWhiteSpace();
+  void NoLeadingWhiteSpace();
+  void NoTrailingWhiteSpace();
+  ZnString ToUpper() const;
+  ZnString ToLower() const;
+  ZnString ToCapitalize() const;
+  ZnString ToCString() const;
+  ZnString ToNoWhite() const;
+  ZnString ToNoLeadingWhite() const;
+  ZnString ToNoTrailingWhite() const;
+
+  // Duplication and files.
+
+  /// A new copy for `delete[]`, owned by the caller.
+  char *DuplicateAscii() const { return pzsrRef->DuplicateAscii(); }
+  unsigned short *DuplicateUnicode() const { return pzsrRef->DuplicateUnicode(); }
+  bool ReadFromFile(ZnString const &path);
+  bool WriteToFile(ZnString const &path) const { return pzsrRef->WriteToFile(path); }
+
+  // Cursors: columns with tab stops.
+
+  /// Columns of the first `limit` characters; a tab reaches the next stop.
+  int CountCharacters(int limit, int tabSize) const;
+  unsigned int CuBindToCursor(unsigned int pos, ZnStringCursor *cursor) const;
+  unsigned int CuSetTabSize(unsigned int tab, ZnStringCursor *cursor) const;
+  unsigned int CuBeginningOfString(ZnStringCursor *cursor) const;
+  unsigned int CuEndOfString(ZnStringCursor *cursor) const;
+  unsigned int CuMoveLeft(ZnStringCursor *cursor) const;
+  unsigned int CuMoveRight(ZnStringCursor *cursor) const;
+  /// A position inside a tab snaps back to the tab's first column.
+  unsigned int CuSetCursorPos(unsigned int pos, ZnStringCursor *cursor) const;
+  unsigned int CuSetCharPos(unsigned int pos, ZnStringCursor *cursor) const;
+  unsigned int CuScanForward(ZnStringCursor *cursor, ZnStringScanner &scanner) const;
+  unsigned int CuScanBackward(ZnStringCursor *cursor, ZnStringScanner &scanner) const;
+
+ private:
+  /// Takes `ref`, which has count 0.
+  explicit ZnString(ZnStringRef *ref) : pzsrRef(NullRef()) { Take(ref); }
+  static ZnStringRef *NullRef() { return &znsrNullInitializer; }
+  bool IsNull() const { return pzsrRef == NullRef(); }
+  void Share() {
+    // The null ref's count means nothing and is never written, so that the
+    // shared static is never touched by two threads.
+    if (!IsNull()) pzsrRef->IncrementCount();
+  }
+  void Dereference();
+  void CopyOnWrite(int size);
+  ZnPointerStorageString *CreatePointerStorage() const;
+  void Take(ZnStringRef *ref);
+  template <typename Text>
+  ZnString &AssignText(Text const *text);
+  template <typename Text>
+  ZnString &AppendText(Text const &text, int hint);
+  template <typename Text>
+  ZnString &PrependText(Text const &text, int hint);
+  template <typename Edit>
+  ZnString Edited(Edit edit) const;
+  ZnString Substring(int start, int n) const;
+  bool Searchable(int start) const;
+  void EditInPlace(void (ZnStringRef::*edit)());
+  unsigned int SetCursorFromChar(ZnStringCursor *cursor) const;
+  unsigned int CharCount() const { return static_cast<unsigned int>(Length()); }
+
+  static ZnStringRef znsrNullInitializer;
+
+  mutable ZnStringRef *pzsrRef;
+};
+
+/// Writes the text, character by character.
+ZNUTIL_API std::ostream &operator<<(std::ostream &stream, ZnString const &text);
+/// Reads one line of at most 512 characters, dropping one trailing carriage
+/// return; a failed stream leaves the string alone.
+ZNUTIL_API std::istream &operator>>(std::istream &stream, ZnString &text);
+
+#endif  // ZNUTIL_TEXT_ZNSTRING_H

@@ -1,0 +1,74 @@
+// The search members of ZnString.
+#include <znutil/text/ZnString.h>
+
+#include <cstring>
+
+#include <znutil/text/internal/WindowsRuntime.h>
+
+namespace {
+
+// -1 for a null result, else the index of `found` in `text`.
+int IndexOf(char const *found, char const *text) { return found != nullptr ? static_cast<int>(found - text) : -1; }
+
+}  // namespace
+
+bool ZnString::Searchable(int start) const { return !IsNull() && start >= 0 && start < Length(); }
+
+int ZnString::HaveCharacter(int c, int start) const {
+  if (!Searchable(start)) return -1;
+  char const *text = pzsrRef->GetInternal();
+  return IndexOf(std::strchr(text + start, c), text);
+}
+
+int ZnString::ReverseHaveCharacter(int c, int start) const {
+  if (!Searchable(start)) return -1;
+  char const *text = pzsrRef->GetInternal();
+  return IndexOf(std::strrchr(text + start, c), text);
+}
+
+int ZnString::HaveCharactersInSet(ZnString const &set, int start) const {
+  if (!Searchable(start)) return -1;
+  char const *text = pzsrRef->GetInternal();
+  return IndexOf(std::strpbrk(text + start, set.pzsrRef->GetInternal()), text);
+}
+
+int ZnString::ContainsSubString(ZnString const &sub, int start) const {
+  if (!Searchable(start) || sub.Length() == 0) return -1;
+  char const *text = pzsrRef->GetInternal();
+  return IndexOf(std::strstr(text + start, sub.pzsrRef->GetInternal()), text);
+}
+
+int ZnString::CaseContainsSubString(ZnString const &sub, int start) const {
+  return ToLower().ContainsSubString(sub.ToLower(), start);
+}
+
+int ZnString::ReverseContainsSubString(ZnString const &sub, int start) const {
+  if (Length() < sub.Length() || IsNull() || sub.IsNull() || start < 0) return -1;
+  char const *text = pzsrRef->GetInternal();
+  char const *pattern = sub.pzsrRef->GetInternal();
+  int const last = sub.Length() - 1;
+  int position = start < Length() ? start : Length() - 1;
+  int matched = last;
+  // A mismatch restarts the pattern one below where it happened, not below
+  // where the attempt began: characters of a failed partial match are not
+  // tried again. Deliberate.
+  while (position >= 0) {
+    if (text[position] == pattern[matched]) {
+      if (matched == 0) return position;
+      --matched;
+    } else {
+      matched = last;
+    }
+    --position;
+  }
+  return -1;
+}
+
+int ZnString::ReverseCaseContainsSubString(ZnString const &sub, int start) const {
+  return ToLower().ReverseContainsSubString(sub.ToLower(), start);
+}
+
+int ZnString::CaseCompare(ZnString const &other) const {
+  char const *left = pzsrRef->GetInternal(), *right = other.pzsrRef->GetInternal();
+  return znutil::detail::StrICmp(left != nullptr ? left : "", right != nullptr ? right : "");
+}

@@ -1,0 +1,9 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnPointerStorageString.cpp
+  ZnString.cpp
+  ZnStringCursorOps.cpp
+  ZnStringFile.cpp
+  ZnStringRef.cpp
+  ZnStringSearch.cpp
+  ZnStringStream.cpp
+  internal/WindowsRuntime.cpp)
