@@ -28,12 +28,17 @@
 #include <znutil/containers/ZnListItemMatches.h>
 #include <znutil/containers/ZnNullContext.h>
 #include <znutil/containers/ZnOrderedList.h>
+#include <znutil/containers/ZnSortedList.h>
+#include <znutil/containers/ZnSortedListItem.h>
 #include <znutil/containers/ZnStack.h>
 #include <znutil/containers/ZnTDblList.h>
 #include <znutil/containers/ZnTListItemCompare.h>
 #include <znutil/containers/ZnTListItemDestroy.h>
 #include <znutil/containers/ZnTListItemFilter.h>
+#include <znutil/containers/ZnTListItemStringCompare.h>
+#include <znutil/containers/ZnTListItemStringKeyCompare.h>
 #include <znutil/containers/ZnTOrderedList.h>
+#include <znutil/containers/ZnTStringKeyOrderedList.h>
 
 #include <znutil/memory/ZenoUtilHeap.h>
 #include <znutil/memory/ZnFixedBlockAllocator.h>

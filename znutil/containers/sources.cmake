@@ -6,5 +6,6 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnHashTableWalk.cpp
   ZnListContext.cpp
   ZnOrderedList.cpp
+  ZnSortedList.cpp
   internal/ZnAVLTree.cpp
   internal/ZnOrderedListContext.cpp)
