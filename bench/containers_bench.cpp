@@ -114,7 +114,7 @@ class IntItem : public ZnHashTableItem {
 
 class IntTable : public ZnHashTable {
  public:
-  IntTable() { MakeDynamic(300); }
+  IntTable() { MakeDynamic(100); }  // at most one item per bucket on average, as std::unordered_map
   ~IntTable() override { ClearItems(nullptr); }
   void Add(int key) {
     ZnHashTableItem *existing;
