@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <initializer_list>
+#include <sstream>
 
 #include <znutil/znutil.h>
 
@@ -139,6 +140,37 @@ void TourContainers() {
   TourLists();
   TourOrderedList();
   TourHashTable();
+void TourClocks() {
+  std::printf("== Clocks\n");
+  ZnStopWatch watch;
+  watch.Start(20);
+  ZnSleeper::Snooze(ZnTime(0, 25));
+  std::printf("a stopwatch with a 20 ms period, after a 25 ms snooze: %lu ms elapsed, %s\n",
+              static_cast<unsigned long>(watch.MeasureElapsed()), watch.HasExpired() ? "expired" : "not expired");
+  std::printf("tick 5 minus tick 0xFFFFFFFF across the wrap: %lu (one short of the true 6, by design)\n",
+              static_cast<unsigned long>(ZnSubtractTickCounts(5, 0xFFFFFFFF)));
+  std::ostringstream spans;
+  spans << ZnTime(1, 900) + ZnTime(0, 200) << ", and 1.000 - 2.000 = " << ZnTime(1, 0) - ZnTime(2, 0);
+  std::printf("1.900 + 0.200 = %s\n", spans.str().c_str());
+}
+
+void TourRegex() {
+  std::printf("== Regular expressions\n");
+  ZnRegularExpression date("([0-9]+)-([0-9]+)-([0-9]+)");
+  date.Optimize();
+  ZnString const text("Released on 2024-06-11, patched later.");
+  auto group = [&](int n) { return text.MidString(date.RegisterStart(n), date.RegisterEnd(n) - date.RegisterStart(n)); };
+  if (date.Matches(text)) {
+    std::printf("\"%s\" matched at %d..%d: year %s, month %s, day %s\n", static_cast<char const *>(text),
+                date.MatchedStart(), date.MatchedEnd(), static_cast<char const *>(group(1)),
+                static_cast<char const *>(group(2)), static_cast<char const *>(group(3)));
+  }
+  ZnRegularExpression bad("(unclosed");
+  std::printf("\"(unclosed\" compiles: %s (%s)\n", bad.Valid() ? "yes" : "no",
+              static_cast<char const *>(bad.CompileErrorString()));
+  ZnString const pattern = ZnRegularExpression::DosToRegEx("*.TXT");
+  std::printf("wildcard *.TXT becomes %s, which %s notes.txt\n", static_cast<char const *>(pattern),
+              ZnRegularExpression(pattern).Matches("notes.txt") ? "matches" : "does not match");
 }
 
 }  // namespace
@@ -148,5 +180,7 @@ int main() {
   TourLocks();
   TourStrings();
   TourContainers();
+  TourClocks();
+  TourRegex();
   return 0;
 }

@@ -30,6 +30,7 @@
 #include <znutil/text/ZnStringSize.h>
 
 class ZnPointerStorageString;
+class ZnStringTokenizerCallBack;
 
 class ZNUTIL_API ZnString {
  public:
@@ -217,6 +218,34 @@ class ZNUTIL_API ZnString {
   bool ReadFromFile(ZnString const &path);
   bool WriteToFile(ZnString const &path) const { return pzsrRef->WriteToFile(path); }
 
+  // Tabs, lines and tokens.
+
+  /// Replaces each tab by the spaces up to the next stop.
+  void ExpandTabs(int tabSize);
+  /// Calls `callback` for each text between delimiters, empty ones included.
+  void Tokenize(ZnString const &delimiters, ZnStringTokenizerCallBack &callback) const;
+
+  // Paths and resources. Only the backslash separates parts in results.
+
+  /// _splitpath into drive, directory, name and extension; null targets are skipped.
+  void SplitPath(ZnString *drive, ZnString *dir, ZnString *name, ZnString *extension) const;
+  /// _makepath of the pieces into this string.
+  void MakePath(ZnString const &drive, ZnString const &dir, ZnString const &name, ZnString const &extension);
+  /// The full path: joined to the current directory, with . and .. folded.
+  void ConvertToPath();
+  ZnString ToPath() const;
+  /// String `id` of `instance`; false leaves this the null string.
+  bool LoadStringA(void *instance, unsigned int id);
+
+  // Formatting.
+
+  /// printf into this string; returns the length. Any length of result is safe.
+  int Format(char const *format, ...) __attribute__((format(printf, 2, 3)));
+  /// Digits grouped in threes with "," (or as the locale groups them),
+  /// right-aligned in `width`. Zero writes no digit at all, only width + 1
+  /// spaces: deliberate.
+  void FormatInt(long value, int width = 0);
+
   // Cursors: columns with tab stops.
 
   /// Columns of the first `limit` characters; a tab reaches the next stop.
@@ -243,7 +272,10 @@ class ZNUTIL_API ZnString {
     // shared static is never touched by two threads.
     if (!IsNull()) pzsrRef->IncrementCount();
   }
-  void Dereference();
+  void Dereference() {
+    if (!IsNull() && pzsrRef->DecrementCount() == 0) Destroy();
+  }
+  void Destroy();
   void CopyOnWrite(int size);
   ZnPointerStorageString *CreatePointerStorage() const;
   void Take(ZnStringRef *ref);
@@ -253,10 +285,16 @@ class ZNUTIL_API ZnString {
   ZnString &AppendText(Text const &text, int hint);
   template <typename Text>
   ZnString &PrependText(Text const &text, int hint);
-  template <typename Edit>
-  ZnString Edited(Edit edit) const;
+  ZnString Edited(void (ZnString::*edit)()) const;
   ZnString Substring(int start, int n) const;
   bool Searchable(int start) const;
+  /// The text, never null.
+  char const *Chars() const {
+    char const *text = pzsrRef->GetInternal();
+    return text != nullptr ? text : "";
+  }
+  /// Private and empty, keeping the buffer.
+  void Empty();
   void EditInPlace(void (ZnStringRef::*edit)());
   unsigned int SetCursorFromChar(ZnStringCursor *cursor) const;
   unsigned int CharCount() const { return static_cast<unsigned int>(Length()); }

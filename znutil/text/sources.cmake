@@ -3,7 +3,11 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnString.cpp
   ZnStringCursorOps.cpp
   ZnStringFile.cpp
+  ZnStringFormat.cpp
+  ZnStringLines.cpp
+  ZnStringPath.cpp
   ZnStringRef.cpp
   ZnStringSearch.cpp
   ZnStringStream.cpp
+  ZnStringTokenizerCallBack.cpp
   internal/WindowsRuntime.cpp)
