@@ -140,6 +140,8 @@ void TourContainers() {
   TourLists();
   TourOrderedList();
   TourHashTable();
+}
+
 void TourClocks() {
   std::printf("== Clocks\n");
   ZnStopWatch watch;
