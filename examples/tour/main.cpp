@@ -1,7 +1,10 @@
 // A tour of the znutil library: each section shows one subsystem at work
 // and prints what it did.
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <initializer_list>
 #include <sstream>
 
 #include <znutil/znutil.h>
@@ -46,6 +49,98 @@ void TourStrings() {
               static_cast<char const *>(greeting.ToUpper()));
   std::printf("\"lo\" found at %d; empty text equals NULL_STRING: %s\n", greeting.ContainsSubString(ZnString("lo")),
               ZnString("") == NULL_STRING ? "yes" : "no");
+}
+
+// Containers hold untyped pointers; the tour keeps small ints in them.
+void *AsItem(int value) { return reinterpret_cast<void *>(static_cast<std::intptr_t>(value)); }
+int AsInt(void *item) { return static_cast<int>(reinterpret_cast<std::intptr_t>(item)); }
+
+class IntOrder : public ZnListItemCompare {
+ public:
+  int CompareItems(void *left, void *right) override { return AsInt(left) - AsInt(right); }
+};
+
+// A hash table entry keyed by a word, with the word's length as its value.
+class WordItem : public ZnHashTableItem {
+ public:
+  explicit WordItem(char const *word) : pszWord(word) {}
+  ZnULong Hash() const override { return ZnHash(pszWord, static_cast<ZnULong>(std::strlen(pszWord))); }
+  void *GetKey() const override { return const_cast<char *>(pszWord); }
+  void *GetData() const override { return AsItem(static_cast<int>(std::strlen(pszWord))); }
+  ZnHashTableItem *Clone() const override { return new WordItem(pszWord); }
+  bool Equals(ZnHashTableItem const *other) const override {
+    return std::strcmp(static_cast<WordItem const *>(other)->pszWord, pszWord) == 0;
+  }
+
+ private:
+  char const *pszWord;
+};
+
+class WordTable : public ZnHashTable {
+ public:
+  WordTable() : ZnHashTable(5, 2) {}
+  ~WordTable() override { ClearItems(nullptr); }
+  bool Add(char const *word) {
+    ZnHashTableItem *existing;
+    return AddItem(new WordItem(word), existing) == ZnHTSuccess;
+  }
+};
+
+void TourLists() {
+  ZnDblList list;
+  for (int value = 1; value <= 6; ++value) list.Append(AsItem(value));
+  ZnListContext position;
+  void *item = list.GetFirst(position);
+  while (item != nullptr) {  // Delete moves the context on, so the walk goes on with GetCurrent
+    if (AsInt(item) % 2 == 0) {
+      list.Delete(position);
+      item = list.GetCurrent(position);
+    } else {
+      item = list.GetNext(position);
+    }
+  }
+  std::printf("a list of 1..6 with the even values deleted while walking:");
+  for (item = list.GetFirst(position); item != nullptr; item = list.GetNext(position)) std::printf(" %d", AsInt(item));
+  std::printf("\n");
+}
+
+void TourOrderedList() {
+  ZnOrderedList tree;
+  IntOrder order;
+  for (int value : {42, 7, 19, 88, 3, 61, 25}) tree.Add(AsItem(value), order);
+  bool const again = tree.Add(AsItem(19), order);
+  std::printf("an AVL tree of %d items, height %d, balanced: %s; adding 19 again: %s\n", tree.GetCount(),
+              tree.Height(), tree.VerifyBalance() ? "yes" : "no", again ? "taken" : "refused");
+  ZnListContext position;
+  std::printf("in order from 19 on:");
+  for (void *item = tree.Find(AsItem(19), order, position); item != nullptr; item = tree.GetNext(position)) {
+    std::printf(" %d", AsInt(item));
+  }
+  std::printf("\n");
+}
+
+void TourHashTable() {
+  WordTable table;
+  for (char const *word : {"alpha", "beta", "gamma", "delta", "epsilon", "zeta", "eta"}) table.Add(word);
+  bool const again = table.Add("beta");
+  ZnHashTableStatistics stats;
+  table.Statistics(&stats, 1 | 2);
+  std::printf("a hash table of %d words in %d buckets of %d cells (%d in chains); adding \"beta\" again: %s\n",
+              stats.iItemCount, stats.iBucketCount, stats.iSlotsPerBucket, stats.piHistogram[stats.iSlotsPerBucket],
+              again ? "taken" : "refused");
+  ZnListContext position;
+  std::printf("walked as key=value:");
+  for (void *value = table.GetFirst(position); value != nullptr; value = table.GetNext(position)) {
+    std::printf(" %s=%d", static_cast<char const *>(position.Key()), AsInt(value));
+  }
+  std::printf("\nlookup2 of \"abc\": 0x%08x\n", static_cast<unsigned>(ZnHash("abc", 3)));
+}
+
+void TourContainers() {
+  std::printf("== Containers\n");
+  TourLists();
+  TourOrderedList();
+  TourHashTable();
 }
 
 void TourClocks() {
@@ -115,6 +210,7 @@ int main() {
   TourMemory();
   TourLocks();
   TourStrings();
+  TourContainers();
   TourClocks();
   TourValues();
   TourRegex();
