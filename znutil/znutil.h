@@ -81,6 +81,9 @@
 #include <znutil/values/ZnVdUint.h>
 #include <znutil/values/ZnVdValue.h>
 
+#include <znutil/undo/ZnAction.h>
+#include <znutil/undo/ZnActionManager.h>
+
 #include <znutil/regex/ZnRegularExpression.h>
 #include <znutil/regex/regexpr.h>
 

@@ -157,6 +157,26 @@ void TourClocks() {
   std::printf("1.900 + 0.200 = %s\n", spans.str().c_str());
 }
 
+// An undoable edit of a text: appends, and restores what was there.
+class AppendAction : public ZnAction {
+ public:
+  AppendAction(ZnString &document, char const *text) : fsDocument(document), fsText(text), fsLabel("Append") {}
+  bool Execute() override {
+    fsBefore = fsDocument;
+    fsDocument << fsText;
+    return true;
+  }
+  bool Revert() override {
+    fsDocument = fsBefore;
+    return true;
+  }
+  ZnString const &Label() override { return fsLabel; }
+
+ private:
+  ZnString &fsDocument;
+  ZnString fsText, fsLabel, fsBefore;
+};
+
 void TourValues() {
   std::printf("== Values and streams\n");
   char const *temp = std::getenv("TMPDIR");
@@ -183,6 +203,19 @@ void TourValues() {
   ZnVariant const one(1), minusOne(-1), allOnes(0xFFFFFFFFu), oneAsDouble(1.0);
   std::printf("variants: -1 == 0xFFFFFFFFu is %d, 1 == 1.0 is %d (integers are not like floats)\n",
               minusOne == allOnes, one == oneAsDouble);
+
+  ZnString document;
+  ZnActionManager history;
+  history.Do(new AppendAction(document, "hello"));
+  history.Do(new AppendAction(document, ", world"));
+  history.Undo();
+  ZnString label;
+  history.RedoLabel(label);
+  std::printf("after two edits and an undo: \"%s\" (%d to undo, %d to redo: \"%s\")\n",
+              static_cast<char const *>(document), history.UndoSize(), history.RedoSize(),
+              static_cast<char const *>(label));
+  history.Redo();
+  std::printf("after redo: \"%s\"\n", static_cast<char const *>(document));
 }
 
 void TourRegex() {
