@@ -10,6 +10,36 @@
 #include <znutil/concurrency/ZnCriticalSection.h>
 #include <znutil/concurrency/ZnLock.h>
 
+#include <znutil/containers/ZnDblList.h>
+#include <znutil/containers/ZnHash.h>
+#include <znutil/containers/ZnHashTable.h>
+#include <znutil/containers/ZnHashTableDeleteCallback.h>
+#include <znutil/containers/ZnHashTableItem.h>
+#include <znutil/containers/ZnHashTableIter.h>
+#include <znutil/containers/ZnHashTableStatistics.h>
+#include <znutil/containers/ZnIntList.h>
+#include <znutil/containers/ZnListContext.h>
+#include <znutil/containers/ZnListContextData.h>
+#include <znutil/containers/ZnListItemCompare.h>
+#include <znutil/containers/ZnListItemCopy.h>
+#include <znutil/containers/ZnListItemDestroy.h>
+#include <znutil/containers/ZnListItemFilter.h>
+#include <znutil/containers/ZnListItemIterate.h>
+#include <znutil/containers/ZnListItemMatches.h>
+#include <znutil/containers/ZnNullContext.h>
+#include <znutil/containers/ZnOrderedList.h>
+#include <znutil/containers/ZnSortedList.h>
+#include <znutil/containers/ZnSortedListItem.h>
+#include <znutil/containers/ZnStack.h>
+#include <znutil/containers/ZnTDblList.h>
+#include <znutil/containers/ZnTListItemCompare.h>
+#include <znutil/containers/ZnTListItemDestroy.h>
+#include <znutil/containers/ZnTListItemFilter.h>
+#include <znutil/containers/ZnTListItemStringCompare.h>
+#include <znutil/containers/ZnTListItemStringKeyCompare.h>
+#include <znutil/containers/ZnTOrderedList.h>
+#include <znutil/containers/ZnTStringKeyOrderedList.h>
+
 #include <znutil/memory/ZenoUtilHeap.h>
 #include <znutil/memory/ZnFixedBlockAllocator.h>
 #include <znutil/memory/ZnFixedBlockOperators.h>

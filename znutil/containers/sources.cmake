@@ -1,0 +1,11 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnDblList.cpp
+  ZnHash.cpp
+  ZnHashTable.cpp
+  ZnHashTablePrimes.cpp
+  ZnHashTableWalk.cpp
+  ZnListContext.cpp
+  ZnOrderedList.cpp
+  ZnSortedList.cpp
+  internal/ZnAVLTree.cpp
+  internal/ZnOrderedListContext.cpp)
