@@ -5,6 +5,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/Directory.cpp
   linux/File.cpp
   linux/Heap.cpp
+  linux/Random.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp
   linux/VirtualMemory.cpp)

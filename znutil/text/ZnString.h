@@ -23,6 +23,7 @@
 
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/platform/Export.h>
+#include <znutil/platform/WinTypes.h>
 #include <znutil/text/ZnNullString.h>
 #include <znutil/text/ZnStringCursor.h>
 #include <znutil/text/ZnStringRef.h>
@@ -30,6 +31,7 @@
 #include <znutil/text/ZnStringSize.h>
 
 class ZnPointerStorageString;
+class ZnStringList;
 class ZnStringTokenizerCallBack;
 
 class ZNUTIL_API ZnString {
@@ -152,6 +154,8 @@ class ZNUTIL_API ZnString {
   /// True for any empty text, the null string or not.
   int operator==(ZnNullString const &) const;
   int operator!=(ZnNullString const &) const;
+  /// The library's key hash (lookup2, seed 0) of the text.
+  ZnULong Hash() const;
 
   // Search: an index into the whole text, or -1. Unless said otherwise, -1
   // also for the null string and for a start outside the text.
@@ -222,6 +226,10 @@ class ZNUTIL_API ZnString {
 
   /// Replaces each tab by the spaces up to the next stop.
   void ExpandTabs(int tabSize);
+  /// Clears `list` and fills it with the lines of the text, without their
+  /// line feeds and the carriage returns before them. The rest after the
+  /// last line feed is always added, even when empty.
+  void ConvertToLines(ZnStringList *list) const;
   /// Calls `callback` for each text between delimiters, empty ones included.
   void Tokenize(ZnString const &delimiters, ZnStringTokenizerCallBack &callback) const;
 

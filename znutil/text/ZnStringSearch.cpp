@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include <znutil/containers/ZnHash.h>
 #include <znutil/text/internal/WindowsRuntime.h>
 
 namespace {
@@ -72,3 +73,5 @@ int ZnString::CaseCompare(ZnString const &other) const {
   char const *left = pzsrRef->GetInternal(), *right = other.pzsrRef->GetInternal();
   return znutil::detail::StrICmp(left != nullptr ? left : "", right != nullptr ? right : "");
 }
+
+ZnULong ZnString::Hash() const { return ZnHash(Chars(), static_cast<ZnULong>(Length())); }
