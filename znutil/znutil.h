@@ -8,7 +8,10 @@
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>
+#include <znutil/concurrency/ZnEvent.h>
 #include <znutil/concurrency/ZnLock.h>
+#include <znutil/concurrency/ZnMultipleEvents.h>
+#include <znutil/concurrency/ZnSleeper.h>
 
 #include <znutil/containers/ZnDblList.h>
 #include <znutil/containers/ZnHash.h>
@@ -44,6 +47,13 @@
 #include <znutil/memory/ZnFixedBlockAllocator.h>
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
+
+#include <znutil/system/ZnFileTime.h>
+#include <znutil/system/ZnHPTimer.h>
+#include <znutil/system/ZnStopWatch.h>
+#include <znutil/system/ZnSystemTime.h>
+#include <znutil/system/ZnTickCount.h>
+#include <znutil/system/ZnTime.h>
 
 #include <znutil/text/ZnNullString.h>
 #include <znutil/text/ZnPointerStorageString.h>

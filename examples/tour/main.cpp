@@ -1,6 +1,7 @@
 // A tour of the znutil library: each section shows one subsystem at work
 // and prints what it did.
 #include <cstdio>
+#include <sstream>
 
 #include <znutil/znutil.h>
 
@@ -46,11 +47,26 @@ void TourStrings() {
               ZnString("") == NULL_STRING ? "yes" : "no");
 }
 
+void TourClocks() {
+  std::printf("== Clocks\n");
+  ZnStopWatch watch;
+  watch.Start(20);
+  ZnSleeper::Snooze(ZnTime(0, 25));
+  std::printf("a stopwatch with a 20 ms period, after a 25 ms snooze: %lu ms elapsed, %s\n",
+              static_cast<unsigned long>(watch.MeasureElapsed()), watch.HasExpired() ? "expired" : "not expired");
+  std::printf("tick 5 minus tick 0xFFFFFFFF across the wrap: %lu (one short of the true 6, by design)\n",
+              static_cast<unsigned long>(ZnSubtractTickCounts(5, 0xFFFFFFFF)));
+  std::ostringstream spans;
+  spans << ZnTime(1, 900) + ZnTime(0, 200) << ", and 1.000 - 2.000 = " << ZnTime(1, 0) - ZnTime(2, 0);
+  std::printf("1.900 + 0.200 = %s\n", spans.str().c_str());
+}
+
 }  // namespace
 
 int main() {
   TourMemory();
   TourLocks();
   TourStrings();
+  TourClocks();
   return 0;
 }

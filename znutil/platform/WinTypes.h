@@ -33,4 +33,23 @@ typedef void *HWND;
 /// Waits for ever.
 #define INFINITE 0xFFFFFFFFu
 
+/// A point in time in 100-nanosecond units since 1601-01-01 UTC, split in
+/// two 32-bit halves, low half first.
+struct FILETIME {
+  DWORD dwLowDateTime;
+  DWORD dwHighDateTime;
+};
+
+/// Broken-down calendar time, eight 16-bit fields in the published order.
+struct SYSTEMTIME {
+  WORD wYear;
+  WORD wMonth;
+  WORD wDayOfWeek;
+  WORD wDay;
+  WORD wHour;
+  WORD wMinute;
+  WORD wSecond;
+  WORD wMilliseconds;
+};
+
 #endif  // ZNUTIL_PLATFORM_WINTYPES_H

@@ -1,9 +1,13 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  Calendar.cpp
   PathText.cpp
   StringTable.cpp
   WideText.cpp
+  linux/Clock.cpp
   linux/Directory.cpp
+  linux/Event.cpp
   linux/File.cpp
+  linux/FileTimes.cpp
   linux/Heap.cpp
   linux/Random.cpp
   linux/RecursiveMutex.cpp
