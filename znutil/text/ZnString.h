@@ -19,6 +19,7 @@
 #ifndef ZNUTIL_TEXT_ZNSTRING_H
 #define ZNUTIL_TEXT_ZNSTRING_H
 
+#include <ctime>
 #include <iosfwd>
 
 #include <znutil/memory/ZnFixedBlockOperators.h>
@@ -32,6 +33,8 @@
 
 class ZnPointerStorageString;
 class ZnStringList;
+class ZnSystemTime;
+class ZnTime;
 class ZnStringTokenizerCallBack;
 
 class ZNUTIL_API ZnString {
@@ -249,6 +252,12 @@ class ZNUTIL_API ZnString {
 
   /// printf into this string; returns the length. Any length of result is safe.
   int Format(char const *format, ...) __attribute__((format(printf, 2, 3)));
+  /// strftime of the local time of `time`; returns the length, 0 when the
+  /// result does not fit 511 characters (the text is then empty). The `#`
+  /// flag of the Windows run time (no leading zeros, as in "%#d") works.
+  int FormatTime(char const *format, ZnTime const &time);
+  /// strftime of the calendar time `time` holds.
+  int FormatTime(char const *format, ZnSystemTime const &time);
   /// Digits grouped in threes with "," (or as the locale groups them),
   /// right-aligned in `width`. Zero writes no digit at all, only width + 1
   /// spaces: deliberate.
@@ -303,6 +312,7 @@ class ZNUTIL_API ZnString {
   }
   /// Private and empty, keeping the buffer.
   void Empty();
+  int FormatCalendar(char const *format, std::tm const &calendar);
   void EditInPlace(void (ZnStringRef::*edit)());
   unsigned int SetCursorFromChar(ZnStringCursor *cursor) const;
   unsigned int CharCount() const { return static_cast<unsigned int>(Length()); }
