@@ -19,6 +19,7 @@
 #ifndef ZNUTIL_TEXT_ZNSTRING_H
 #define ZNUTIL_TEXT_ZNSTRING_H
 
+#include <cstring>
 #include <ctime>
 #include <iosfwd>
 
@@ -133,7 +134,10 @@ class ZNUTIL_API ZnString {
   // Comparison, as strcmp on unsigned bytes.
 
   /// -1, 0 or 1.
-  int Compare(ZnString const &other) const;
+  int Compare(ZnString const &other) const {
+    int const result = std::strcmp(Chars(), other.Chars());
+    return (result > 0) - (result < 0);
+  }
   /// As _stricmp: the difference of the first unequal lower-cased bytes.
   int CaseCompare(ZnString const &other) const;
   int operator==(ZnString const &other) const { return Compare(other) == 0; }
