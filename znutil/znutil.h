@@ -4,6 +4,7 @@
 #ifndef ZNUTIL_ZNUTIL_H
 #define ZNUTIL_ZNUTIL_H
 
+#include <znutil/platform/StringTable.h>
 #include <znutil/platform/WinTypes.h>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
@@ -14,13 +15,17 @@
 #include <znutil/concurrency/ZnSleeper.h>
 
 #include <znutil/containers/ZnDblList.h>
+#include <znutil/containers/ZnDictionary.h>
 #include <znutil/containers/ZnHash.h>
 #include <znutil/containers/ZnHashTable.h>
 #include <znutil/containers/ZnHashTableDeleteCallback.h>
 #include <znutil/containers/ZnHashTableItem.h>
 #include <znutil/containers/ZnHashTableIter.h>
 #include <znutil/containers/ZnHashTableStatistics.h>
+#include <znutil/containers/ZnIndex.h>
+#include <znutil/containers/ZnIndex64.h>
 #include <znutil/containers/ZnIntList.h>
+#include <znutil/containers/ZnKeyedIndex.h>
 #include <znutil/containers/ZnListContext.h>
 #include <znutil/containers/ZnListContextData.h>
 #include <znutil/containers/ZnListItemCompare.h>
@@ -30,6 +35,7 @@
 #include <znutil/containers/ZnListItemIterate.h>
 #include <znutil/containers/ZnListItemMatches.h>
 #include <znutil/containers/ZnNullContext.h>
+#include <znutil/containers/ZnNullUuid.h>
 #include <znutil/containers/ZnOrderedList.h>
 #include <znutil/containers/ZnSortedList.h>
 #include <znutil/containers/ZnSortedListItem.h>
@@ -42,6 +48,8 @@
 #include <znutil/containers/ZnTListItemStringKeyCompare.h>
 #include <znutil/containers/ZnTOrderedList.h>
 #include <znutil/containers/ZnTStringKeyOrderedList.h>
+#include <znutil/containers/ZnUuid.h>
+#include <znutil/containers/ZnUuidIndex.h>
 
 #include <znutil/memory/ZenoUtilHeap.h>
 #include <znutil/memory/ZnFixedBlockAllocator.h>
@@ -57,11 +65,15 @@
 
 #include <znutil/text/ZnNullString.h>
 #include <znutil/text/ZnPointerStorageString.h>
+#include <znutil/text/ZnStrStack.h>
 #include <znutil/text/ZnString.h>
 #include <znutil/text/ZnStringCursor.h>
+#include <znutil/text/ZnStringHeap.h>
+#include <znutil/text/ZnStringList.h>
 #include <znutil/text/ZnStringRef.h>
 #include <znutil/text/ZnStringScanner.h>
 #include <znutil/text/ZnStringSize.h>
+#include <znutil/text/ZnStringTokenizerCallBack.h>
 
 #include <znutil/values/ZnBinary.h>
 #include <znutil/values/ZnBinaryStream.h>

@@ -237,6 +237,30 @@ void TourRegex() {
               ZnRegularExpression(pattern).Matches("notes.txt") ? "matches" : "does not match");
 }
 
+void TourCollections() {
+  std::printf("== String collections and dictionaries\n");
+  ZnStringList words;
+  ZnString("pear,apple,Fig,banana").Tokenize(ZnString(","), words);
+  words.Sort(false);
+  ZnString joined;
+  ZnListContext position;
+  for (ZnString *word = words.First(position); word != nullptr; word = words.Next(position))
+    joined << (joined == NULL_STRING ? "" : " ") << *word;
+  std::printf("tokenized and sorted ignoring case: %s\n", static_cast<char const *>(joined));
+
+  ZnDictionary sizes;
+  sizes.HashCaseInsensitive();
+  int width = 640, height = 480;
+  sizes.Add(ZnString("Width"), &width);
+  sizes.Add(ZnString("Height"), &height);
+  std::printf("a case-insensitive dictionary finds WIDTH = %d\n", *static_cast<int *>(sizes.Find(ZnString("WIDTH"))));
+  ZnUuid id;
+  std::printf("a new identifier: %s\n", static_cast<char const *>(static_cast<ZnString>(id)));
+  ZnString grouped;
+  grouped.FormatInt(1234567, 12);
+  std::printf("FormatInt(1234567, 12): \"%s\"\n", static_cast<char const *>(grouped));
+}
+
 }  // namespace
 
 int main() {
@@ -244,6 +268,7 @@ int main() {
   TourLocks();
   TourStrings();
   TourContainers();
+  TourCollections();
   TourClocks();
   TourValues();
   TourRegex();

@@ -3,8 +3,13 @@
 #include <string>
 #include <vector>
 
+#include <cstdlib>
+#include <ctime>
+
 #include <gtest/gtest.h>
 
+#include <znutil/system/ZnSystemTime.h>
+#include <znutil/system/ZnTime.h>
 #include <znutil/text/ZnStringTokenizerCallBack.h>
 
 namespace {
@@ -32,6 +37,30 @@ TEST(ZnStringFormatTest, FormatHasNoLengthLimit) {
   EXPECT_EQ(text.Format("<%s>", big.c_str()), 5002);
   EXPECT_EQ(text.Length(), 5002);
   EXPECT_EQ(text[5001], '>');
+}
+
+TEST(ZnStringFormatTest, FormatTimeMapsTheHashFlag) {
+  setenv("TZ", "UTC0", 1);
+  tzset();
+  ZnString text;
+  ZnTime const stamp(365L * 86400 + 5 * 3600 + 7 * 60, 0);  // 1971-01-01 05:07:00
+  EXPECT_EQ(text.FormatTime("%Y-%m-%d %H:%M", stamp), 16);
+  EXPECT_EQ(text, "1971-01-01 05:07");
+  text.FormatTime("%#m/%#d %#H%%", stamp);
+  EXPECT_EQ(text, "1/1 5%") << "no leading zeros with #";
+
+  std::tm calendar{};
+  calendar.tm_year = 99;
+  calendar.tm_mon = 11;
+  calendar.tm_mday = 31;
+  calendar.tm_hour = 23;
+  ZnSystemTime const system(calendar, 0);
+  text.FormatTime("%d.%m.%Y %H", system);
+  EXPECT_EQ(text, "31.12.1999 23");
+  EXPECT_EQ(text.FormatTime(std::string(600, 'x').c_str(), system), 0) << "too long for the buffer";
+  EXPECT_TRUE(text == NULL_STRING);
+  unsetenv("TZ");
+  tzset();
 }
 
 TEST(ZnStringFormatTest, FormatIntGroupsDigits) {

@@ -9,6 +9,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/File.cpp
   linux/FileTimes.cpp
   linux/Heap.cpp
+  linux/Random.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp
   linux/VirtualMemory.cpp)

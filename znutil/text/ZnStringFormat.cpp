@@ -2,12 +2,16 @@
 #include <znutil/text/ZnString.h>
 
 #include <clocale>
+#include <ctime>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include <znutil/system/ZnSystemTime.h>
+#include <znutil/system/ZnTime.h>
 
 int ZnString::Format(char const *format, ...) {
   // Formats into a local buffer, and a larger one when that is too small,
@@ -32,6 +36,38 @@ int ZnString::Format(char const *format, ...) {
     pzsrRef->MakeCopy(text);
   }
   return length;
+}
+
+namespace {
+
+// The Windows "#" flag (no leading zeros) is glibc's "-" flag.
+std::string GlibcTimeFormat(char const *format) {
+  std::string result(format != nullptr ? format : "");
+  for (std::size_t i = 0; i + 1 < result.size(); ++i) {
+    if (result[i] != '%') continue;
+    if (result[i + 1] == '#') result[i + 1] = '-';
+    ++i;  // "%%" and the conversion letter are not flags
+  }
+  return result;
+}
+
+}  // namespace
+
+int ZnString::FormatCalendar(char const *format, std::tm const &calendar) {
+  char text[512];
+  std::size_t const length = std::strftime(text, sizeof text, GlibcTimeFormat(format).c_str(), &calendar);
+  text[length] = '\0';
+  CopyOnWrite(static_cast<int>(length));
+  pzsrRef->MakeCopy(text);
+  return static_cast<int>(length);
+}
+
+int ZnString::FormatTime(char const *format, ZnTime const &time) { return FormatCalendar(format, *time.LocalTime()); }
+
+int ZnString::FormatTime(char const *format, ZnSystemTime const &time) {
+  std::tm calendar{};
+  time.Convert(&calendar);
+  return FormatCalendar(format, calendar);
 }
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include <znutil/text/ZnStringList.h>
 #include <znutil/text/ZnStringTokenizerCallBack.h>
 
 void ZnString::ExpandTabs(int tabSize) {
@@ -47,4 +48,18 @@ void ZnString::Tokenize(ZnString const &delimiters, ZnStringTokenizerCallBack &c
     if (!goOn) return;
     token = delimiter + 1;
   }
+}
+
+void ZnString::ConvertToLines(ZnStringList *list) const {
+  list->Clear();
+  ZnStringRef text(*pzsrRef);
+  char *line = text.GetInternal();
+  for (char *feed = std::strchr(line, '\n'); feed != nullptr; feed = std::strchr(line, '\n')) {
+    char *end = feed;
+    while (end > line && end[-1] == '\r') --end;
+    *end = '\0';
+    list->Add(ZnString(line));
+    line = feed + 1;
+  }
+  list->Add(ZnString(line));
 }

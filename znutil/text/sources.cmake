@@ -10,4 +10,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnStringSearch.cpp
   ZnStringStream.cpp
   ZnStringTokenizerCallBack.cpp
+  ZnStrStack.cpp
+  ZnStringHeap.cpp
+  ZnStringList.cpp
   internal/WindowsRuntime.cpp)
