@@ -3,9 +3,12 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include <znutil/containers/ZnUuid.h>
 #include <znutil/values/ZnFileStream.h>
 #include <znutil/values/ZnMemoryStream.h>
 #include <znutil/values/ZnStreamException.h>
@@ -55,7 +58,34 @@ struct ByteOrder : ZnMemoryStream {
   static void SetLittleEndian(bool little) { bLittleEndian = little; }
 };
 
+// Records each transfer as (size, swap) and moves no bytes.
+class RecordingStream : public ZnStream {
+ public:
+  ZnStreamError ReadBytes(unsigned int size, void *, bool swap) override { return Record(size, swap); }
+  ZnStreamError WriteBytes(unsigned int size, void const *, bool swap) override { return Record(size, swap); }
+  ZnStreamError Flush() override { return ZnStreamOk; }
+  ZnStreamError Seek(int) override { return ZnStreamOk; }
+
+  std::vector<std::pair<unsigned int, bool>> transfers;
+
+ private:
+  ZnStreamError Record(unsigned int size, bool swap) {
+    transfers.emplace_back(size, swap);
+    return ZnStreamOk;
+  }
+};
+
 std::string Text(ZnString const &text) { return static_cast<char const *>(text); }
+
+// 01020304-0506-0708-090a-0b0c0d0e0f10 in its fields.
+ZnUuid CountingUuid() {
+  ZnUuid id(NULL_UUID);
+  id.udwData1 = 0x01020304;
+  id.wData2 = 0x0506;
+  id.wData3 = 0x0708;
+  for (int i = 0; i < 8; ++i) id.abData4[i] = static_cast<BYTE>(9 + i);
+  return id;
+}
 
 ZnString Chars(std::string const &text) { return ZnString(text.c_str()); }
 
@@ -169,6 +199,16 @@ TYPED_TEST(WireFormTest, ZeroByteDropsTheRestOfItsPieceAndNegativeLengthReadsNot
   });
 }
 
+TYPED_TEST(WireFormTest, UuidIsThreeLittleEndianFieldsThenEightBytes) {
+  Bytes const golden = {4, 3, 2, 1, 6, 5, 8, 7, 9, 10, 11, 12, 13, 14, 15, 16};
+  EXPECT_EQ(TypeParam::Write([](ZnStream &out) { out << CountingUuid(); }), golden);
+  TypeParam::Read(golden, [](ZnStream &in) {
+    ZnUuid id;
+    in >> id;
+    EXPECT_TRUE(id == CountingUuid());
+  });
+}
+
 TYPED_TEST(WireFormTest, ReadingPastTheEndThrowsAReadError) {
   TypeParam::Read(Bytes{1, 2}, [](ZnStream &in) {
     int value = 0;
@@ -191,6 +231,19 @@ TEST(ZnStreamTest, SizeOfGivesTheWireWidths) {
   EXPECT_EQ(ZnStream::SizeOf(1.0), 8);
   EXPECT_EQ(ZnStream::SizeOf(ZnString("hello")), 9);
   EXPECT_EQ(ZnStream::SizeOf(ZnString()), 4);
+  EXPECT_EQ(ZnStream::SizeOf(CountingUuid()), 16);
+}
+
+TEST(ZnStreamTest, UuidMovesInElevenTransfers) {
+  std::vector<std::pair<unsigned int, bool>> expected = {{4, true}, {2, true}, {2, true}};
+  expected.insert(expected.end(), 8, {1, false});
+  RecordingStream out;
+  out << CountingUuid();
+  EXPECT_EQ(out.transfers, expected);
+  RecordingStream in;
+  ZnUuid id;
+  in >> id;
+  EXPECT_EQ(in.transfers, expected);
 }
 
 TEST(ZnStreamTest, FileAndMemoryStreamsReadWhatTheOtherWrote) {
@@ -213,11 +266,12 @@ TEST(ZnStreamTest, FileAndMemoryStreamsReadWhatTheOtherWrote) {
 
 TEST(ZnStreamTest, OnlyMemoryStreamsHonourTheSwapFlag) {
   ByteOrder::SetLittleEndian(false);
-  Bytes const memory = MemoryKind::Write([](ZnStream &out) { out << 0x01020304 << ZnString("ab"); });
+  Bytes const memory = MemoryKind::Write([](ZnStream &out) { out << 0x01020304 << ZnString("ab") << CountingUuid(); });
   Bytes const file = FileKind<true>::Write([](ZnStream &out) { out << 0x01020304; });
   ByteOrder::SetLittleEndian(true);
-  // Scalars and lengths reverse; characters are written with no swap.
-  EXPECT_EQ(memory, (Bytes{1, 2, 3, 4, 0, 0, 0, 2, 'a', 'b'}));
+  // Scalars, lengths and the identifier's fields reverse; characters and
+  // the identifier's last 8 bytes are written with no swap.
+  EXPECT_EQ(memory, (Bytes{1, 2, 3, 4, 0, 0, 0, 2, 'a', 'b', 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16}));
   EXPECT_EQ(file, (Bytes{4, 3, 2, 1}));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <znutil/containers/ZnUuid.h>
 #include <znutil/values/internal/StringBytes.h>
 
 std::atomic<bool> ZnStream::bInitialized(false);
@@ -14,6 +15,16 @@ namespace {
 // the same moment.
 constexpr int kStringPiece = 512;
 thread_local char stringPiece[kStringPiece + 1];
+
+// Hands each field of a ZnUuid to `move` as (size, address, swap), in the
+// order of the wire form.
+template <typename Uuid, typename Move>
+void EachUuidField(Uuid &value, Move move) {
+  move(sizeof value.udwData1, &value.udwData1, true);
+  move(sizeof value.wData2, &value.wData2, true);
+  move(sizeof value.wData3, &value.wData3, true);
+  for (auto &byte : value.abData4) move(1u, &byte, false);
+}
 
 }  // namespace
 
@@ -30,6 +41,16 @@ ZnStream &ZnStream::operator<<(ZnString const &text) {
   int const length = text.Length();
   if (WriteBytes(sizeof length, &length, true) == ZnStreamOk)
     WriteBytes(static_cast<unsigned int>(length), znutil::detail::CharactersOf(text), false);
+  return *this;
+}
+
+ZnStream &ZnStream::operator<<(ZnUuid const &value) {
+  EachUuidField(value, [this](unsigned int size, void const *field, bool swap) { WriteBytes(size, field, swap); });
+  return *this;
+}
+
+ZnStream &ZnStream::operator>>(ZnUuid &value) {
+  EachUuidField(value, [this](unsigned int size, void *field, bool swap) { ReadBytes(size, field, swap); });
   return *this;
 }
 
