@@ -167,3 +167,15 @@ TEST(ZnVariantTest, PayloadsAssignTheirOwnTypeInPlace) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(ZnVariantTest, StringFromAVariantSharesItsText) {
+  ZnVariant const number(42);
+  EXPECT_EQ(ZnString(number), number.ToString());
+  ZnVariant const text(ZnString("shared"));
+  EXPECT_EQ(ZnString(text), "shared");
+  EXPECT_TRUE(ZnString(ZnVariant()) == NULL_STRING);
+}
+
+}  // namespace

@@ -10,10 +10,8 @@
 namespace znutil {
 namespace detail {
 
-/// The characters of `text`, `text.Length()` of them. ZnString hands its
-/// text out only through its pointer conversion, which makes a copy that
-/// lives until the next conversion of the same value.
-inline char const *CharactersOf(ZnString const &text) { return static_cast<char const *>(text); }
+/// The characters of `text`, `text.Length()` of them.
+inline char const *CharactersOf(ZnString const &text) { return text.Chars(); }
 
 /// The text before the first zero byte among the first `limit` bytes, or
 /// all `limit` bytes when none of them is zero.
