@@ -17,6 +17,8 @@
 #define OPEN_EXISTING 3u
 #define OPEN_ALWAYS 4u
 #define TRUNCATE_EXISTING 5u
+#define FILE_ATTRIBUTE_READONLY 0x1u
+#define FILE_ATTRIBUTE_DIRECTORY 0x10u
 #define FILE_ATTRIBUTE_NORMAL 0x80u
 
 namespace znutil {
@@ -34,6 +36,13 @@ bool WriteFile(HANDLE file, void const *buffer, DWORD size, DWORD *done);
 
 /// The size of an open file in bytes.
 bool GetFileSize(HANDLE file, std::uint64_t *size);
+
+/// Attributes, times, size, link count and identity of an open file. The
+/// attributes are FILE_ATTRIBUTE_DIRECTORY for a folder, else
+/// FILE_ATTRIBUTE_READONLY when the owner may not write, else
+/// FILE_ATTRIBUTE_NORMAL. The creation time is the birth time where the file
+/// system keeps one, else the status change time.
+bool GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION *information);
 
 /// Closes a handle from this seam.
 bool CloseHandle(HANDLE handle);

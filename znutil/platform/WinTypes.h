@@ -33,4 +33,26 @@ typedef void *HWND;
 /// Waits for ever.
 #define INFINITE 0xFFFFFFFFu
 
+/// A point in time in 100-nanosecond units since 1601-01-01 UTC, split in
+/// two 32-bit halves, low half first.
+struct FILETIME {
+  DWORD dwLowDateTime;
+  DWORD dwHighDateTime;
+};
+
+/// Facts about an open file, in the published field order.
+struct BY_HANDLE_FILE_INFORMATION {
+  DWORD dwFileAttributes;
+  FILETIME ftCreationTime;
+  FILETIME ftLastAccessTime;
+  FILETIME ftLastWriteTime;
+  DWORD dwVolumeSerialNumber;
+  DWORD nFileSizeHigh;
+  DWORD nFileSizeLow;
+  DWORD nNumberOfLinks;
+  DWORD nFileIndexHigh;
+  DWORD nFileIndexLow;
+};
+static_assert(sizeof(BY_HANDLE_FILE_INFORMATION) == 52, "BY_HANDLE_FILE_INFORMATION is 52 bytes");
+
 #endif  // ZNUTIL_PLATFORM_WINTYPES_H

@@ -3,6 +3,8 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   WideText.cpp
   linux/Directory.cpp
   linux/File.cpp
+  linux/FileInformation.cpp
+  linux/FileMapping.cpp
   linux/Heap.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp
