@@ -4,6 +4,7 @@
 #ifndef ZNUTIL_ZNUTIL_H
 #define ZNUTIL_ZNUTIL_H
 
+#include <znutil/platform/PeFormat.h>
 #include <znutil/platform/WinTypes.h>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
@@ -22,5 +23,10 @@
 #include <znutil/text/ZnStringRef.h>
 #include <znutil/text/ZnStringScanner.h>
 #include <znutil/text/ZnStringSize.h>
+
+#include <znutil/system/ZnExeFileMapping.h>
+#include <znutil/system/ZnExeResources.h>
+#include <znutil/system/ZnFileInformation.h>
+#include <znutil/system/ZnVersionResource.h>
 
 #endif  // ZNUTIL_ZNUTIL_H
