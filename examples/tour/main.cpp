@@ -38,8 +38,8 @@ void TourStrings() {
   ZnString name("report");
   ZnString copy = name;
   copy << ".txt";
-  std::printf("\"%s\" copied and appended to: \"%s\" (the original is unchanged)\n",
-              static_cast<char const *>(name), static_cast<char const *>(copy));
+  std::printf("\"%s\" copied and appended to: \"%s\" (the original is unchanged)\n", static_cast<char const *>(name),
+              static_cast<char const *>(copy));
   ZnString greeting("world");
   greeting >> "hello, ";
   std::printf("prepending with >>: \"%s\"; as upper case: \"%s\"\n", static_cast<char const *>(greeting),
@@ -55,8 +55,8 @@ void PrintVersion(char const *path) {
   ZnULong length;
   unsigned short const *company = version.GetString(key, &length);
   std::printf("file version %s, product version %s, company \"%s\"\n",
-              static_cast<char const *>(version.GetFileVersion()), static_cast<char const *>(version.GetProductVersion()),
-              static_cast<char const *>(ZnString(company)));
+              static_cast<char const *>(version.GetFileVersion()),
+              static_cast<char const *>(version.GetProductVersion()), static_cast<char const *>(ZnString(company)));
 }
 
 // Reads and stamps a copy of the sample Windows executable that the build
@@ -75,7 +75,8 @@ void TourImages(char const *tour) {
   PrintVersion(copy.c_str());
   {
     ZnExeResources image(copy.c_str());
-    ZnVersionResource(static_cast<unsigned char *>(image.FindResourceA(RT_VERSION, 1, 0x409))).SetFileVersion("2.14.0.1");
+    ZnVersionResource(static_cast<unsigned char *>(image.FindResourceA(RT_VERSION, 1, 0x409)))
+        .SetFileVersion("2.14.0.1");
   }
   std::printf("stamped with SetFileVersion(\"2.14.0.1\") and read again: ");
   PrintVersion(copy.c_str());

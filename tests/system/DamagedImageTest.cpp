@@ -103,13 +103,16 @@ TEST(DamagedImageTest, RandomlyCorruptedImagesAreSafe) {
   Bytes const sample = ReadBytes(SampleImagePath());
   std::mt19937 random(20240611);
   int guarded = 0;
-  auto const below = [&random](std::size_t bound) { return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random); };
+  auto const below = [&random](std::size_t bound) {
+    return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
+  };
   for (int round = 0; round < 3000; ++round) {
     Bytes bytes = sample;
     for (std::size_t changes = 1 + below(6); changes > 0; --changes) {
       // Half the changes hit the headers and the resource tree, where a
       // wrong value steers the walk.
-      std::size_t const at = below(2) == 0 ? below(bytes.size()) : (below(2) == 0 ? below(0x200) : 0xA00 + below(0x328));
+      std::size_t const at =
+          below(2) == 0 ? below(bytes.size()) : (below(2) == 0 ? below(0x200) : 0xA00 + below(0x328));
       bytes[at] = below(2) == 0 ? static_cast<unsigned char>(below(256)) : bytes[at] ^ (1u << below(8));
     }
     if (below(8) == 0) bytes.resize(below(bytes.size()) + 1);

@@ -85,7 +85,8 @@ void PutEntry(Bytes &section, std::size_t at, std::uint32_t name, std::uint32_t 
   PutDword(section, at + 4, offset);
 }
 
-Bytes ResourceSection(std::vector<Resource> const &resources, ImageOptions const &options, ResourceLayout const &layout) {
+Bytes ResourceSection(std::vector<Resource> const &resources, ImageOptions const &options,
+                      ResourceLayout const &layout) {
   constexpr std::uint32_t kDirectory = 0x80000000;
   Bytes section(layout.size);
   PutDirectory(section, 0, options.namedTypes, layout.tree.size());
@@ -194,22 +195,24 @@ VersionNode VarFileInfo() {
   return VersionNode{u"VarFileInfo", {}, 0, 1, {translation}, -1};
 }
 
-VersionNode VersionInfo(std::uint32_t fileMS, std::uint32_t fileLS, std::uint32_t productMS,
-                        std::uint32_t productLS, std::vector<VersionNode> children) {
-  return VersionNode{u"VS_VERSION_INFO", FixedInfo(fileMS, fileLS, productMS, productLS), 52, 0, std::move(children),
-                     -1};
+VersionNode VersionInfo(std::uint32_t fileMS, std::uint32_t fileLS, std::uint32_t productMS, std::uint32_t productLS,
+                        std::vector<VersionNode> children) {
+  return VersionNode{
+      u"VS_VERSION_INFO", FixedInfo(fileMS, fileLS, productMS, productLS), 52, 0, std::move(children), -1};
 }
 
 VersionNode TypicalVersionInfo() {
   VersionNode comments{u"Comments", {}, 0, 1, {}, -1};
-  VersionNode table = Table(u"040904b0", {Text(u"CompanyName", u"Acme Tools"), comments, Text(u"ProductName", u"Anvil")});
+  VersionNode table =
+      Table(u"040904b0", {Text(u"CompanyName", u"Acme Tools"), comments, Text(u"ProductName", u"Anvil")});
   return VersionInfo(0x0002000D, 0x00000007, 0x0002000D, 0, {StringFileInfo({table}), VarFileInfo()});
 }
 
 Image BuildImage(std::vector<Resource> const &resources, ImageOptions const &options) {
   ResourceLayout const layout = Layout(resources, options);
   Bytes const section = ResourceSection(resources, options, layout);
-  Image image{Headers(options, static_cast<std::uint32_t>(section.size())), {}, kResourceRaw + 16 + 8 * options.namedTypes};
+  Image image{
+      Headers(options, static_cast<std::uint32_t>(section.size())), {}, kResourceRaw + 16 + 8 * options.namedTypes};
   image.bytes.insert(image.bytes.end(), section.begin(), section.end());
   for (std::size_t blob : layout.blobs) image.dataOffsets.push_back(kResourceRaw + blob);
   return image;
@@ -229,7 +232,8 @@ std::filesystem::path SampleImagePath() { return std::filesystem::path(ZNUTIL_TE
 
 TempDirectory::TempDirectory() {
   std::random_device random;
-  path_ = std::filesystem::temp_directory_path() / ("znutil-images-" + std::to_string(random()) + std::to_string(random()));
+  path_ =
+      std::filesystem::temp_directory_path() / ("znutil-images-" + std::to_string(random()) + std::to_string(random()));
   std::filesystem::create_directories(path_);
 }
 

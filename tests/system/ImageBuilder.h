@@ -39,8 +39,8 @@ VersionNode Table(std::u16string const &language, std::vector<VersionNode> strin
 VersionNode StringFileInfo(std::vector<VersionNode> tables);
 VersionNode VarFileInfo();
 // VS_VERSION_INFO with a fixed part holding the four version words.
-VersionNode VersionInfo(std::uint32_t fileMS, std::uint32_t fileLS, std::uint32_t productMS,
-                        std::uint32_t productLS, std::vector<VersionNode> children);
+VersionNode VersionInfo(std::uint32_t fileMS, std::uint32_t fileLS, std::uint32_t productMS, std::uint32_t productLS,
+                        std::vector<VersionNode> children);
 
 // A typical block: version 2.13.0.7, product 2.13.0.0, an English table
 // with CompanyName, ProductName and an empty Comments entry.

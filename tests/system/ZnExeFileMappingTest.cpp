@@ -49,7 +49,8 @@ TEST_F(ZnExeFileMappingTest, FindsTheHeadersOfARealImage) {
 TEST_F(ZnExeFileMappingTest, DirectoryIndexAtOrBeyondTheCountGivesNull) {
   ImageOptions options;
   options.numberOfRvaAndSizes = 3;
-  std::string const path = folder.Write("three.exe", BuildImage({{16, 1, 0x409, Serialize(TypicalVersionInfo())}}, options).bytes);
+  std::string const path =
+      folder.Write("three.exe", BuildImage({{16, 1, 0x409, Serialize(TypicalVersionInfo())}}, options).bytes);
   ZnExeFileMapping image(path.c_str());
   EXPECT_EQ(Raw(image.Address()) + kResourceRaw, image.GetDirectoryAddress(2));
   EXPECT_EQ(nullptr, image.GetDirectoryAddress(3));

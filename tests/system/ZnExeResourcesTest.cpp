@@ -16,8 +16,7 @@ unsigned char *Raw(void *address) { return static_cast<unsigned char *>(address)
 // Offset of the version block in the sample, found by its key.
 std::size_t VersionBlockOffset(Bytes const &bytes) {
   Bytes const key = {'V', 0, 'S', 0, '_', 0, 'V', 0, 'E', 0, 'R', 0, 'S', 0, 'I', 0, 'O', 0, 'N', 0};
-  return static_cast<std::size_t>(std::search(bytes.begin(), bytes.end(), key.begin(), key.end()) - bytes.begin()) -
-         6;
+  return static_cast<std::size_t>(std::search(bytes.begin(), bytes.end(), key.begin(), key.end()) - bytes.begin()) - 6;
 }
 
 class ZnExeResourcesTest : public ::testing::Test {

@@ -59,12 +59,15 @@ TEST(ZnVersionResourceTest, SetVersionReadsTokensAsStrtokAndAtoi) {
     std::uint32_t high, low;
   };
   Case const cases[] = {
-      {"1.2", 0x00010002, 0},          {"", 0, 0},
+      {"1.2", 0x00010002, 0},
+      {"", 0, 0},
       {"1.x.3.4", 0x00010000, 0x00030004},  // atoi("x") is 0
-      {"70000.1", 0x11700001, 0},      // 70000 keeps its low 16 bits
-      {"1..3", 0x00010003, 0},         // strtok skips empty tokens
-      {".5", 0x00050000, 0},           {"1.2.3.4.5", 0x00010002, 0x00030004},
-      {"-1.65536", 0xFFFF0000, 0},     {" 7.8x.9", 0x00070008, 0x00090000},
+      {"70000.1", 0x11700001, 0},           // 70000 keeps its low 16 bits
+      {"1..3", 0x00010003, 0},              // strtok skips empty tokens
+      {".5", 0x00050000, 0},
+      {"1.2.3.4.5", 0x00010002, 0x00030004},
+      {"-1.65536", 0xFFFF0000, 0},
+      {" 7.8x.9", 0x00070008, 0x00090000},
   };
   for (Case const &c : cases) {
     Bytes block = Serialize(TypicalVersionInfo());
@@ -218,7 +221,8 @@ TEST(ZnVersionResourceTest, ReadsAndStampsTheRealImage) {
   EXPECT_EQ(0u, Dword(stamped, fixed + kProductLS));
   // Nothing else in the file changed.
   Bytes restored = stamped;
-  std::copy(original.begin() + fixed + kFileMS, original.begin() + fixed + kProductLS + 4, restored.begin() + fixed + kFileMS);
+  std::copy(original.begin() + fixed + kFileMS, original.begin() + fixed + kProductLS + 4,
+            restored.begin() + fixed + kFileMS);
   EXPECT_EQ(original, restored);
 }
 

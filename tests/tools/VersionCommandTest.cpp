@@ -57,7 +57,8 @@ class VersionCommandTest : public ::testing::Test {
 
   // Runs the tool in the test's folder with `arguments` (shell words).
   Result Run(std::string const &arguments) {
-    std::string const command = "cd '" + folder.string() + "' && '" ZNUTIL_TOOL "' " + arguments + " >out.txt 2>err.txt";
+    std::string const command =
+        "cd '" + folder.string() + "' && '" ZNUTIL_TOOL "' " + arguments + " >out.txt 2>err.txt";
     int const raw = std::system(command.c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadText(folder / "out.txt"), ReadText(folder / "err.txt")};
   }

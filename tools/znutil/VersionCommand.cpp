@@ -31,9 +31,9 @@ char const kUsage[] =
     "  -h, --help                     show this help\n";
 
 // The standard keys of a version string table, printed when present.
-char const *const kStandardKeys[] = {"Comments",     "CompanyName",      "FileDescription", "FileVersion",
-                                     "InternalName", "LegalCopyright",   "LegalTrademarks", "OriginalFilename",
-                                     "PrivateBuild", "ProductName",      "ProductVersion",  "SpecialBuild"};
+char const *const kStandardKeys[] = {"Comments",     "CompanyName",    "FileDescription", "FileVersion",
+                                     "InternalName", "LegalCopyright", "LegalTrademarks", "OriginalFilename",
+                                     "PrivateBuild", "ProductName",    "ProductVersion",  "SpecialBuild"};
 
 struct Options {
   char const *file = nullptr;
@@ -52,7 +52,8 @@ bool IsVersion(char const *text) {
   int parts = 0;
   for (char const *at = text;; ++at) {
     char *end;
-    if (!std::isdigit(static_cast<unsigned char>(*at)) || std::strtol(at, &end, 10) > 65535 || ++parts > 4) return false;
+    if (!std::isdigit(static_cast<unsigned char>(*at)) || std::strtol(at, &end, 10) > 65535 || ++parts > 4)
+      return false;
     at = end;
     if (*at == '\0') return true;
     if (*at != '.') return false;
@@ -94,7 +95,8 @@ int ParseArguments(int argc, char **argv, Options *options) {
       if (!IsVersion(value)) return BadValue("product version", value, kVersionForm);
       options->productVersion = value;
     } else if ((value = OptionValue("--language", argc, argv, &i)) != nullptr) {
-      if (!ParseLanguage(value, &options->language)) return BadValue("language", value, "a number 0-65535, such as 0x409");
+      if (!ParseLanguage(value, &options->language))
+        return BadValue("language", value, "a number 0-65535, such as 0x409");
     } else if (argv[i][0] == '-' && argv[i][1] != '\0') {
       return Fail(kExitUsage, "unknown option '" + std::string(argv[i]) + "' (see 'znutil version --help')");
     } else if (options->file != nullptr) {

@@ -24,15 +24,14 @@ Command const kCommands[] = {
 
 void PrintUsage() {
   std::printf(
-               "usage: znutil COMMAND [ARGUMENTS...]\n"
-               "       znutil COMMAND --help\n\n"
-               "commands:\n");
+      "usage: znutil COMMAND [ARGUMENTS...]\n"
+      "       znutil COMMAND --help\n\n"
+      "commands:\n");
   for (Command const &command : kCommands) std::printf("  %-10s %s\n", command.name, command.summary);
 }
 
 bool IsHelp(char const *argument) {
-  return std::strcmp(argument, "--help") == 0 || std::strcmp(argument, "-h") == 0 ||
-         std::strcmp(argument, "help") == 0;
+  return std::strcmp(argument, "--help") == 0 || std::strcmp(argument, "-h") == 0 || std::strcmp(argument, "help") == 0;
 }
 
 }  // namespace

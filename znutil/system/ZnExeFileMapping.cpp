@@ -33,8 +33,7 @@ bool SectionNameIs(IMAGE_SECTION_HEADER const &section, char const *name) {
 }  // namespace
 
 ZnExeFileMapping::ZnExeFileMapping()
-    : hFile(nullptr), hMapping(nullptr), pAddress(nullptr), pFilePath(nullptr), nViewSize(0),
-      piViewOwners(nullptr) {}
+    : hFile(nullptr), hMapping(nullptr), pAddress(nullptr), pFilePath(nullptr), nViewSize(0), piViewOwners(nullptr) {}
 
 ZnExeFileMapping::ZnExeFileMapping(char const *path) : ZnExeFileMapping() {
   SetFilePath(path);
@@ -131,9 +130,7 @@ void *ZnExeFileMapping::NTSignatureAddress() { return HeaderAt(0, sizeof(DWORD))
 
 void *ZnExeFileMapping::PEFileHeaderAddress() { return HeaderAt(kFileHeaderOffset, sizeof(IMAGE_FILE_HEADER)); }
 
-void *ZnExeFileMapping::OptHeaderAddress() {
-  return HeaderAt(kOptionalHeaderOffset, sizeof(IMAGE_OPTIONAL_HEADER32));
-}
+void *ZnExeFileMapping::OptHeaderAddress() { return HeaderAt(kOptionalHeaderOffset, sizeof(IMAGE_OPTIONAL_HEADER32)); }
 
 void *ZnExeFileMapping::SectionHeaderAddress() {
   return HeaderAt(kSectionTableOffset, sizeof(IMAGE_SECTION_HEADER) * NumberOfSections());
@@ -157,7 +154,8 @@ bool ZnExeFileMapping::FindSection(Matches matches, IMAGE_SECTION_HEADER *found)
 
 bool ZnExeFileMapping::GetSectionHeaderByName(IMAGE_SECTION_HEADER *header, char const *name) {
   IMAGE_SECTION_HEADER section;
-  if (name == nullptr || !FindSection([name](IMAGE_SECTION_HEADER const &s) { return SectionNameIs(s, name); }, &section))
+  if (name == nullptr ||
+      !FindSection([name](IMAGE_SECTION_HEADER const &s) { return SectionNameIs(s, name); }, &section))
     return false;
   *header = section;
   return true;

@@ -28,7 +28,8 @@ void *ZnExeResources::FindResourceA(char const *type, int id, int language) {
   unsigned char *directory = pResourceRoot;
   for (int level = 0; level < 2; ++level) {
     unsigned char const *entry = FindIdEntry(directory, wanted[level]);
-    DWORD const offset = entry != nullptr ? ReadDword(entry + offsetof(IMAGE_RESOURCE_DIRECTORY_ENTRY, OffsetToData)) : 0;
+    DWORD const offset =
+        entry != nullptr ? ReadDword(entry + offsetof(IMAGE_RESOURCE_DIRECTORY_ENTRY, OffsetToData)) : 0;
     if ((offset & IMAGE_RESOURCE_DATA_IS_DIRECTORY) == 0) return nullptr;
     directory = GetAddressFromOffset(offset, sizeof(IMAGE_RESOURCE_DIRECTORY));
   }

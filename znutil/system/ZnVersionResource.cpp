@@ -98,8 +98,8 @@ ZnString ZnVersionResource::VersionText(std::size_t offset) const {
   if (pFixedInfo == nullptr) return NULL_STRING;
   DWORD const high = ReadDword(pFixedInfo + offset), low = ReadDword(pFixedInfo + offset + sizeof(DWORD));
   ZnString text;
-  text << static_cast<int>(high >> 16) << '.' << static_cast<int>(high & 0xFFFF) << '.'
-       << static_cast<int>(low >> 16) << '.' << static_cast<int>(low & 0xFFFF);
+  text << static_cast<int>(high >> 16) << '.' << static_cast<int>(high & 0xFFFF) << '.' << static_cast<int>(low >> 16)
+       << '.' << static_cast<int>(low & 0xFFFF);
   return text;
 }
 
@@ -123,9 +123,7 @@ void ZnVersionResource::StampVersion(std::size_t offset, ZnString const &text) {
 
 ZnString ZnVersionResource::GetFileVersion() { return VersionText(offsetof(VS_FIXEDFILEINFO, dwFileVersionMS)); }
 
-ZnString ZnVersionResource::GetProductVersion() {
-  return VersionText(offsetof(VS_FIXEDFILEINFO, dwProductVersionMS));
-}
+ZnString ZnVersionResource::GetProductVersion() { return VersionText(offsetof(VS_FIXEDFILEINFO, dwProductVersionMS)); }
 
 void ZnVersionResource::SetFileVersion(ZnString const &text) {
   StampVersion(offsetof(VS_FIXEDFILEINFO, dwFileVersionMS), text);

@@ -33,8 +33,7 @@ DWORD AttributesOf(unsigned mode) {
 bool GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION *information) {
   struct statx status;
   int const descriptor = DescriptorOf(file);
-  if (descriptor < 0 ||
-      statx(descriptor, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_BTIME, &status) != 0)
+  if (descriptor < 0 || statx(descriptor, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_BTIME, &status) != 0)
     return false;
   bool const born = (status.stx_mask & STATX_BTIME) != 0;
   std::uint64_t const device = makedev(status.stx_dev_major, status.stx_dev_minor);
