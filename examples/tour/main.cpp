@@ -1,7 +1,11 @@
 // A tour of the znutil library: each section shows one subsystem at work
 // and prints what it did.
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
+#include <initializer_list>
+#include <sstream>
 #include <string>
 
 #include <znutil/znutil.h>
@@ -48,6 +52,155 @@ void TourStrings() {
               ZnString("") == NULL_STRING ? "yes" : "no");
 }
 
+// Containers hold untyped pointers; the tour keeps small ints in them.
+void *AsItem(int value) { return reinterpret_cast<void *>(static_cast<std::intptr_t>(value)); }
+int AsInt(void *item) { return static_cast<int>(reinterpret_cast<std::intptr_t>(item)); }
+
+class IntOrder : public ZnListItemCompare {
+ public:
+  int CompareItems(void *left, void *right) override { return AsInt(left) - AsInt(right); }
+};
+
+// A hash table entry keyed by a word, with the word's length as its value.
+class WordItem : public ZnHashTableItem {
+ public:
+  explicit WordItem(char const *word) : pszWord(word) {}
+  ZnULong Hash() const override { return ZnHash(pszWord, static_cast<ZnULong>(std::strlen(pszWord))); }
+  void *GetKey() const override { return const_cast<char *>(pszWord); }
+  void *GetData() const override { return AsItem(static_cast<int>(std::strlen(pszWord))); }
+  ZnHashTableItem *Clone() const override { return new WordItem(pszWord); }
+  bool Equals(ZnHashTableItem const *other) const override {
+    return std::strcmp(static_cast<WordItem const *>(other)->pszWord, pszWord) == 0;
+  }
+
+ private:
+  char const *pszWord;
+};
+
+class WordTable : public ZnHashTable {
+ public:
+  WordTable() : ZnHashTable(5, 2) {}
+  ~WordTable() override { ClearItems(nullptr); }
+  bool Add(char const *word) {
+    ZnHashTableItem *existing;
+    return AddItem(new WordItem(word), existing) == ZnHTSuccess;
+  }
+};
+
+void TourLists() {
+  ZnDblList list;
+  for (int value = 1; value <= 6; ++value) list.Append(AsItem(value));
+  ZnListContext position;
+  void *item = list.GetFirst(position);
+  while (item != nullptr) {  // Delete moves the context on, so the walk goes on with GetCurrent
+    if (AsInt(item) % 2 == 0) {
+      list.Delete(position);
+      item = list.GetCurrent(position);
+    } else {
+      item = list.GetNext(position);
+    }
+  }
+  std::printf("a list of 1..6 with the even values deleted while walking:");
+  for (item = list.GetFirst(position); item != nullptr; item = list.GetNext(position)) std::printf(" %d", AsInt(item));
+  std::printf("\n");
+}
+
+void TourOrderedList() {
+  ZnOrderedList tree;
+  IntOrder order;
+  for (int value : {42, 7, 19, 88, 3, 61, 25}) tree.Add(AsItem(value), order);
+  bool const again = tree.Add(AsItem(19), order);
+  std::printf("an AVL tree of %d items, height %d, balanced: %s; adding 19 again: %s\n", tree.GetCount(),
+              tree.Height(), tree.VerifyBalance() ? "yes" : "no", again ? "taken" : "refused");
+  ZnListContext position;
+  std::printf("in order from 19 on:");
+  for (void *item = tree.Find(AsItem(19), order, position); item != nullptr; item = tree.GetNext(position)) {
+    std::printf(" %d", AsInt(item));
+  }
+  std::printf("\n");
+}
+
+void TourHashTable() {
+  WordTable table;
+  for (char const *word : {"alpha", "beta", "gamma", "delta", "epsilon", "zeta", "eta"}) table.Add(word);
+  bool const again = table.Add("beta");
+  ZnHashTableStatistics stats;
+  table.Statistics(&stats, 1 | 2);
+  std::printf("a hash table of %d words in %d buckets of %d cells (%d in chains); adding \"beta\" again: %s\n",
+              stats.iItemCount, stats.iBucketCount, stats.iSlotsPerBucket, stats.piHistogram[stats.iSlotsPerBucket],
+              again ? "taken" : "refused");
+  ZnListContext position;
+  std::printf("walked as key=value:");
+  for (void *value = table.GetFirst(position); value != nullptr; value = table.GetNext(position)) {
+    std::printf(" %s=%d", static_cast<char const *>(position.Key()), AsInt(value));
+  }
+  std::printf("\nlookup2 of \"abc\": 0x%08x\n", static_cast<unsigned>(ZnHash("abc", 3)));
+}
+
+void TourContainers() {
+  std::printf("== Containers\n");
+  TourLists();
+  TourOrderedList();
+  TourHashTable();
+}
+
+void TourClocks() {
+  std::printf("== Clocks\n");
+  ZnStopWatch watch;
+  watch.Start(20);
+  ZnSleeper::Snooze(ZnTime(0, 25));
+  std::printf("a stopwatch with a 20 ms period, after a 25 ms snooze: %lu ms elapsed, %s\n",
+              static_cast<unsigned long>(watch.MeasureElapsed()), watch.HasExpired() ? "expired" : "not expired");
+  std::printf("tick 5 minus tick 0xFFFFFFFF across the wrap: %lu (one short of the true 6, by design)\n",
+              static_cast<unsigned long>(ZnSubtractTickCounts(5, 0xFFFFFFFF)));
+  std::ostringstream spans;
+  spans << ZnTime(1, 900) + ZnTime(0, 200) << ", and 1.000 - 2.000 = " << ZnTime(1, 0) - ZnTime(2, 0);
+  std::printf("1.900 + 0.200 = %s\n", spans.str().c_str());
+}
+
+void TourRegex() {
+  std::printf("== Regular expressions\n");
+  ZnRegularExpression date("([0-9]+)-([0-9]+)-([0-9]+)");
+  date.Optimize();
+  ZnString const text("Released on 2024-06-11, patched later.");
+  auto group = [&](int n) { return text.MidString(date.RegisterStart(n), date.RegisterEnd(n) - date.RegisterStart(n)); };
+  if (date.Matches(text)) {
+    std::printf("\"%s\" matched at %d..%d: year %s, month %s, day %s\n", static_cast<char const *>(text),
+                date.MatchedStart(), date.MatchedEnd(), static_cast<char const *>(group(1)),
+                static_cast<char const *>(group(2)), static_cast<char const *>(group(3)));
+  }
+  ZnRegularExpression bad("(unclosed");
+  std::printf("\"(unclosed\" compiles: %s (%s)\n", bad.Valid() ? "yes" : "no",
+              static_cast<char const *>(bad.CompileErrorString()));
+  ZnString const pattern = ZnRegularExpression::DosToRegEx("*.TXT");
+  std::printf("wildcard *.TXT becomes %s, which %s notes.txt\n", static_cast<char const *>(pattern),
+              ZnRegularExpression(pattern).Matches("notes.txt") ? "matches" : "does not match");
+}
+
+void TourCollections() {
+  std::printf("== String collections and dictionaries\n");
+  ZnStringList words;
+  ZnString("pear,apple,Fig,banana").Tokenize(ZnString(","), words);
+  words.Sort(false);
+  ZnString joined;
+  ZnListContext position;
+  for (ZnString *word = words.First(position); word != nullptr; word = words.Next(position))
+    joined << (joined == NULL_STRING ? "" : " ") << *word;
+  std::printf("tokenized and sorted ignoring case: %s\n", static_cast<char const *>(joined));
+
+  ZnDictionary sizes;
+  sizes.HashCaseInsensitive();
+  int width = 640, height = 480;
+  sizes.Add(ZnString("Width"), &width);
+  sizes.Add(ZnString("Height"), &height);
+  std::printf("a case-insensitive dictionary finds WIDTH = %d\n", *static_cast<int *>(sizes.Find(ZnString("WIDTH"))));
+  ZnUuid id;
+  std::printf("a new identifier: %s\n", static_cast<char const *>(static_cast<ZnString>(id)));
+  ZnString grouped;
+  grouped.FormatInt(1234567, 12);
+  std::printf("FormatInt(1234567, 12): \"%s\"\n", static_cast<char const *>(grouped));
+}
+
 void PrintVersion(char const *path) {
   ZnExeResources image(path);
   ZnVersionResource version(static_cast<unsigned char *>(image.FindResourceA(RT_VERSION, 1, 0x409)));
@@ -89,6 +242,10 @@ int main(int, char **argv) {
   TourMemory();
   TourLocks();
   TourStrings();
+  TourContainers();
+  TourCollections();
+  TourClocks();
+  TourRegex();
   TourImages(argv[0]);
   return 0;
 }

@@ -71,8 +71,9 @@ TEST_F(ZnFileInformationTest, MissingFilesAndFoldersAreNotValid) {
   EXPECT_FALSE(none.Valid());
   EXPECT_EQ(none.Path(), NULL_STRING);
   EXPECT_FALSE(none.Refresh());
+  // The full form of an empty path is the current folder, never valid.
   EXPECT_FALSE(none.Open(NULL_STRING));
-  EXPECT_EQ(none.Path(), NULL_STRING);
+  EXPECT_EQ(none.Path(), ZnString().ToPath());
 }
 
 TEST_F(ZnFileInformationTest, PathIsFullInBackslashForm) {

@@ -11,46 +11,45 @@
 #include <znutil/system/ZnExeResources.h>
 #include <znutil/system/ZnVersionResource.h>
 
-#include "Commands.h"
+#include "Command.h"
 
 namespace {
 
+using namespace znutil_tool;
+
 char const kUsage[] =
-    "usage: znutil version [--set-file-version A.B.C.D] [--set-product-version A.B.C.D]\n"
-    "                      [--language ID] FILE\n\n"
+    "Usage: znutil version [--set-file-version A.B.C.D] [--set-product-version A.B.C.D]\n"
+    "                      [--language ID] FILE\n"
     "Prints the file and product versions and the strings of the version resource\n"
     "of the 32-bit Windows executable FILE. The --set options first write new\n"
     "numbers into the fixed version information of FILE, in place; missing\n"
     "numbers are 0 (2.1 stands for 2.1.0.0). The string table is not changed.\n"
-    "FILE is opened for reading and writing, even just to print.\n\n"
-    "options:\n"
+    "FILE is opened for reading and writing, even just to print.\n"
     "  --set-file-version A.B.C.D     stamp the file version\n"
     "  --set-product-version A.B.C.D  stamp the product version\n"
     "  --language ID                  language of the resource, such as 0x409 or 1033\n"
     "                                 (default: 0x409, then 0 for neutral)\n"
-    "  -h, --help                     show this help\n";
+    "  --help                         print this help\n"
+    "Exit status: 0 on success, 2 on bad usage or a file that cannot be read or\n"
+    "has no version resource.\n";
 
 // The standard keys of a version string table, printed when present.
 char const *const kStandardKeys[] = {"Comments",     "CompanyName",    "FileDescription", "FileVersion",
                                      "InternalName", "LegalCopyright", "LegalTrademarks", "OriginalFilename",
                                      "PrivateBuild", "ProductName",    "ProductVersion",  "SpecialBuild"};
 
-struct Options {
-  char const *file = nullptr;
-  char const *fileVersion = nullptr;
-  char const *productVersion = nullptr;
+struct VersionOptions {
+  bool help = false;
+  std::string file;
+  std::string fileVersion, productVersion;
+  bool haveFile = false, haveFileVersion = false, haveProductVersion = false;
   long language = -1;
 };
 
-int Fail(int status, std::string const &message) {
-  std::fprintf(stderr, "znutil version: %s\n", message.c_str());
-  return status;
-}
-
 // Up to four numbers of 0 to 65535, separated by single dots.
-bool IsVersion(char const *text) {
+bool IsVersion(std::string const &text) {
   int parts = 0;
-  for (char const *at = text;; ++at) {
+  for (char const *at = text.c_str();; ++at) {
     char *end;
     if (!std::isdigit(static_cast<unsigned char>(*at)) || std::strtol(at, &end, 10) > 65535 || ++parts > 4)
       return false;
@@ -60,52 +59,58 @@ bool IsVersion(char const *text) {
   }
 }
 
-bool ParseLanguage(char const *text, long *language) {
-  char *end;
-  *language = std::isdigit(static_cast<unsigned char>(*text)) ? std::strtol(text, &end, 0) : -1;
+bool ParseLanguage(std::string const &text, long *language) {
+  char *end = nullptr;
+  *language = std::isdigit(static_cast<unsigned char>(text[0])) ? std::strtol(text.c_str(), &end, 0) : -1;
   return *language >= 0 && *language <= 0xFFFF && *end == '\0';
 }
 
-// Takes the value of an option, from "--name=value" or the next argument.
-char const *OptionValue(char const *name, int argc, char **argv, int *i) {
+// Takes the value of the option `name` from "--name=value" or from the next
+// argument; false when `arguments[*i]` is another option.
+bool OptionValue(char const *name, Arguments const &arguments, std::size_t *i, std::string *value) {
+  std::string const &argument = arguments[*i];
   std::size_t const length = std::strlen(name);
-  if (std::strncmp(argv[*i], name, length) != 0) return nullptr;
-  if (argv[*i][length] == '=') return argv[*i] + length + 1;
-  if (argv[*i][length] != '\0') return nullptr;
-  return *i + 1 < argc ? argv[++*i] : "";
+  if (argument.compare(0, length, name) != 0) return false;
+  if (argument.size() > length && argument[length] != '=') return false;
+  *value = argument.size() > length ? argument.substr(length + 1) : *i + 1 < arguments.size() ? arguments[++*i] : "";
+  return true;
 }
 
-int BadValue(char const *what, char const *value, char const *expected) {
-  return Fail(kExitUsage, "bad " + std::string(what) + " '" + value + "' (expected " + expected + ")");
+std::string BadValue(char const *what, std::string const &value, char const *expected) {
+  return "bad " + std::string(what) + " '" + value + "' (expected " + expected + ")";
 }
 
 char const kVersionForm[] = "up to four numbers 0-65535, such as 1.2.3.4";
 
-// Returns -1 when parsed, else the exit status.
-int ParseArguments(int argc, char **argv, Options *options) {
-  for (int i = 1; i < argc; ++i) {
-    char const *value;
-    if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-      std::fputs(kUsage, stdout);
-      return kExitOk;
-    } else if ((value = OptionValue("--set-file-version", argc, argv, &i)) != nullptr) {
-      if (!IsVersion(value)) return BadValue("file version", value, kVersionForm);
+// False with `error` set on bad usage.
+bool ParseOptions(Arguments const &arguments, VersionOptions *options, std::string *error) {
+  std::string value;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    std::string const &argument = arguments[i];
+    if (argument == "--help") {
+      options->help = true;
+    } else if (OptionValue("--set-file-version", arguments, &i, &value)) {
+      if (!IsVersion(value)) return *error = BadValue("file version", value, kVersionForm), false;
       options->fileVersion = value;
-    } else if ((value = OptionValue("--set-product-version", argc, argv, &i)) != nullptr) {
-      if (!IsVersion(value)) return BadValue("product version", value, kVersionForm);
+      options->haveFileVersion = true;
+    } else if (OptionValue("--set-product-version", arguments, &i, &value)) {
+      if (!IsVersion(value)) return *error = BadValue("product version", value, kVersionForm), false;
       options->productVersion = value;
-    } else if ((value = OptionValue("--language", argc, argv, &i)) != nullptr) {
+      options->haveProductVersion = true;
+    } else if (OptionValue("--language", arguments, &i, &value)) {
       if (!ParseLanguage(value, &options->language))
-        return BadValue("language", value, "a number 0-65535, such as 0x409");
-    } else if (argv[i][0] == '-' && argv[i][1] != '\0') {
-      return Fail(kExitUsage, "unknown option '" + std::string(argv[i]) + "' (see 'znutil version --help')");
-    } else if (options->file != nullptr) {
-      return Fail(kExitUsage, "more than one FILE given (see 'znutil version --help')");
+        return *error = BadValue("language", value, "a number 0-65535, such as 0x409"), false;
+    } else if (argument.size() > 1 && argument[0] == '-') {
+      return *error = "unknown option '" + argument + "' (try znutil version --help)", false;
+    } else if (options->haveFile) {
+      return *error = "more than one FILE given (try znutil version --help)", false;
     } else {
-      options->file = argv[i];
+      options->file = argument;
+      options->haveFile = true;
     }
   }
-  return options->file != nullptr ? -1 : Fail(kExitUsage, "no FILE given (see 'znutil version --help')");
+  if (!options->help && !options->haveFile) return *error = "missing FILE (try znutil version --help)", false;
+  return true;
 }
 
 bool IsPe32(ZnExeResources &image) {
@@ -166,26 +171,35 @@ std::string WhyNotOpen(std::string const &file) {
   return "cannot open '" + file + "' for reading and writing";
 }
 
-int Run(Options const &options) {
-  std::string const file = options.file;
-  ZnExeResources image(options.file);
-  if (!image.IsOpen()) return Fail(kExitFailure, WhyNotOpen(file));
-  if (!IsPe32(image)) return Fail(kExitFailure, "'" + file + "' is not a 32-bit Windows executable");
+int Run(VersionOptions const &options) {
+  std::string const &file = options.file;
+  ZnExeResources image(file.c_str());
+  if (!image.IsOpen()) return Complain("version", WhyNotOpen(file));
+  if (!IsPe32(image)) return Complain("version", "'" + file + "' is not a 32-bit Windows executable");
   void *block = FindVersionBlock(image, options.language);
   ZnVersionResource version(static_cast<unsigned char *>(block));
   if (block == nullptr || version.GetFileVersion() == NULL_STRING)
-    return Fail(kExitFailure, "'" + file + "' has no version resource" +
-                                  (options.language >= 0 ? " in language " + std::to_string(options.language) : ""));
-  if (options.fileVersion != nullptr) version.SetFileVersion(options.fileVersion);
-  if (options.productVersion != nullptr) version.SetProductVersion(options.productVersion);
+    return Complain("version", "'" + file + "' has no version resource" +
+                                   (options.language >= 0 ? " in language " + std::to_string(options.language) : ""));
+  if (options.haveFileVersion) version.SetFileVersion(options.fileVersion.c_str());
+  if (options.haveProductVersion) version.SetProductVersion(options.productVersion.c_str());
   PrintVersion(version);
-  return kExitOk;
+  return 0;
 }
 
 }  // namespace
 
-int RunVersionCommand(int argc, char **argv) {
-  Options options;
-  int const status = ParseArguments(argc, argv, &options);
-  return status >= 0 ? status : Run(options);
+namespace znutil_tool {
+
+int RunVersion(Arguments const &arguments) {
+  VersionOptions options;
+  std::string error;
+  if (!ParseOptions(arguments, &options, &error)) return Complain("version", error);
+  if (options.help) {
+    std::fputs(kUsage, stdout);
+    return 0;
+  }
+  return Run(options);
 }
+
+}  // namespace znutil_tool

@@ -1,52 +1,49 @@
-// znutil: the library's services from the command line.
+// znutil: command-line tools over the znutil library.
 //
-//   znutil version app.exe
-//   znutil version --set-file-version 2.1.0.5 app.exe
-//
-// The first argument names the command, and the rest goes to it.
+//   znutil grep [-n] [-c] [-v] PATTERN [FILE...]
+//   znutil version [--set-file-version A.B.C.D] FILE
+//   znutil COMMAND --help
 #include <cstdio>
 #include <cstring>
 
-#include "Commands.h"
+#include "Command.h"
+
+namespace znutil_tool {
+
+int Complain(char const *command, std::string const &message) {
+  std::fprintf(stderr, "znutil%s%s: %s\n", command ? " " : "", command ? command : "", message.c_str());
+  return kExitTrouble;
+}
+
+}  // namespace znutil_tool
 
 namespace {
 
-struct Command {
-  char const *name;
-  char const *summary;
-  int (*run)(int argc, char **argv);
-};
+using namespace znutil_tool;
 
-// One line per command.
 Command const kCommands[] = {
-    {"version", "show or stamp the version resource of a Windows executable", RunVersionCommand},
+    {"grep", "print the lines that match a regular expression", RunGrep},
+    {"version", "show or stamp the version resource of a Windows executable", RunVersion},
 };
 
-void PrintUsage() {
-  std::printf(
-      "usage: znutil COMMAND [ARGUMENTS...]\n"
-      "       znutil COMMAND --help\n\n"
-      "commands:\n");
-  for (Command const &command : kCommands) std::printf("  %-10s %s\n", command.name, command.summary);
-}
-
-bool IsHelp(char const *argument) {
-  return std::strcmp(argument, "--help") == 0 || std::strcmp(argument, "-h") == 0 || std::strcmp(argument, "help") == 0;
+void PrintUsage(std::FILE *out) {
+  std::fprintf(out, "Usage: znutil COMMAND [ARGUMENTS...]\n       znutil COMMAND --help\n\nCommands:\n");
+  for (Command const &command : kCommands) std::fprintf(out, "  %-10s %s\n", command.name, command.summary);
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
   if (argc < 2) {
-    std::fprintf(stderr, "znutil: no command given (see 'znutil --help')\n");
-    return kExitUsage;
+    PrintUsage(stderr);
+    return kExitTrouble;
   }
-  if (IsHelp(argv[1])) {
-    PrintUsage();
-    return kExitOk;
+  if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
+    PrintUsage(stdout);
+    return 0;
   }
-  for (Command const &command : kCommands)
-    if (std::strcmp(argv[1], command.name) == 0) return command.run(argc - 1, argv + 1);
-  std::fprintf(stderr, "znutil: unknown command '%s' (see 'znutil --help')\n", argv[1]);
-  return kExitUsage;
+  for (Command const &command : kCommands) {
+    if (std::strcmp(argv[1], command.name) == 0) return command.run(Arguments(argv + 2, argv + argc));
+  }
+  return Complain(nullptr, std::string("unknown command '") + argv[1] + "' (try znutil --help)");
 }

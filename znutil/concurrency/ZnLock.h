@@ -29,7 +29,7 @@ class ZNUTIL_API ZnLock {
   /// Takes the lock within `timeout` units (10 a try; -1 waits for ever).
   bool Lock(long timeout) { return iWord.exchange(1) == 0 || LockContended(timeout); }
   /// Frees the lock, whoever calls it; freeing a free lock is harmless.
-  void Unlock() { iWord.exchange(0); }
+  void Unlock() { iWord.store(0, std::memory_order_release); }
   /// True if the lock is free at this moment; never takes it.
   bool Test();
 

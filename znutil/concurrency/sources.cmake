@@ -1,2 +1,5 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
-  ZnLock.cpp)
+  ZnEvent.cpp
+  ZnLock.cpp
+  ZnMultipleEvents.cpp
+  ZnSleeper.cpp)

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include <znutil/platform/Export.h>
+
 namespace znutil {
 namespace platform {
 
@@ -12,6 +14,14 @@ void YieldProcessor();
 
 /// Sleeps for `milliseconds`; 0 yields, as Sleep(0) does.
 void SleepMilliseconds(std::uint32_t milliseconds);
+
+/// A stand-in for SleepMilliseconds.
+using SleepFunction = void (*)(std::uint32_t milliseconds);
+
+/// Makes SleepMilliseconds call `sleeper` instead of sleeping (null
+/// restores the system sleep) and yields the one it replaces. Tests use it
+/// to see the sleeps a caller makes without taking them.
+ZNUTIL_API SleepFunction SetSleepFunction(SleepFunction sleeper);
 
 }  // namespace platform
 }  // namespace znutil

@@ -40,6 +40,18 @@ struct FILETIME {
   DWORD dwHighDateTime;
 };
 
+/// Broken-down calendar time, eight 16-bit fields in the published order.
+struct SYSTEMTIME {
+  WORD wYear;
+  WORD wMonth;
+  WORD wDayOfWeek;
+  WORD wDay;
+  WORD wHour;
+  WORD wMinute;
+  WORD wSecond;
+  WORD wMilliseconds;
+};
+
 /// Facts about an open file, in the published field order.
 struct BY_HANDLE_FILE_INFORMATION {
   DWORD dwFileAttributes;

@@ -1,11 +1,16 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  Calendar.cpp
   PathText.cpp
+  StringTable.cpp
   WideText.cpp
+  linux/Clock.cpp
   linux/Directory.cpp
+  linux/Event.cpp
   linux/File.cpp
   linux/FileInformation.cpp
   linux/FileMapping.cpp
   linux/Heap.cpp
+  linux/Random.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp
   linux/VirtualMemory.cpp)

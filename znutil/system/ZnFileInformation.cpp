@@ -1,7 +1,6 @@
 #include <znutil/system/ZnFileInformation.h>
 
 #include <znutil/platform/File.h>
-#include <znutil/platform/PathText.h>
 
 ZnFileInformation::ZnFileInformation() : bhfiInformation(), bValid(false) {}
 
@@ -10,7 +9,7 @@ ZnFileInformation::ZnFileInformation(ZnString const &path) : ZnFileInformation()
 ZnFileInformation::~ZnFileInformation() {}
 
 bool ZnFileInformation::Open(ZnString const &path) {
-  fsPath = path == NULL_STRING ? ZnString() : ZnString(znutil::platform::FullPathName(path).c_str());
+  fsPath = path.ToPath();
   return Refresh();
 }
 

@@ -4,7 +4,7 @@
 //   ZnFileInformation info("logs\\app.log");
 //   if (info.Valid()) std::printf("%u bytes\n", info.Size());
 //
-// The path is kept in full form. Refresh reads the facts again; a failed
+// The path is kept in the form of ZnString::ToPath. Refresh reads the facts again; a failed
 // Refresh keeps the former facts but marks them not valid. A folder cannot
 // be opened as a file and is never valid. Copies are deep.
 #ifndef ZNUTIL_SYSTEM_ZNFILEINFORMATION_H
@@ -12,6 +12,7 @@
 
 #include <znutil/platform/Export.h>
 #include <znutil/platform/WinTypes.h>
+#include <znutil/system/ZnFileTime.h>
 #include <znutil/text/ZnString.h>
 
 class ZNUTIL_API ZnFileInformation {
@@ -24,8 +25,7 @@ class ZNUTIL_API ZnFileInformation {
   ZnFileInformation &operator=(ZnFileInformation const &other) = default;
   virtual ~ZnFileInformation();
 
-  /// Keeps the full form of `path` (an empty path stays empty), then
-  /// Refresh().
+  /// Keeps `path` in the form of ZnString::ToPath, then Refresh().
   bool Open(ZnString const &path);
   /// Reads the facts of the file at the path; returns Valid().
   bool Refresh();
@@ -36,10 +36,11 @@ class ZNUTIL_API ZnFileInformation {
   ZnULong Attributes() const { return bhfiInformation.dwFileAttributes; }
   /// The low 32 bits of the size.
   ZnULong Size() const { return bhfiInformation.nFileSizeLow; }
-  /// Birth time where the file system keeps one, else the last status change.
-  FILETIME CreationTime() const { return bhfiInformation.ftCreationTime; }
-  FILETIME AccessedTime() const { return bhfiInformation.ftLastAccessTime; }
-  FILETIME ModifiedTime() const { return bhfiInformation.ftLastWriteTime; }
+  /// Birth time where the file system keeps one, else the last status
+  /// change; each time is shown as local time (kind 1).
+  ZnFileTime CreationTime() const { return ZnFileTime(bhfiInformation.ftCreationTime, 1); }
+  ZnFileTime AccessedTime() const { return ZnFileTime(bhfiInformation.ftLastAccessTime, 1); }
+  ZnFileTime ModifiedTime() const { return ZnFileTime(bhfiInformation.ftLastWriteTime, 1); }
 
  private:
   BY_HANDLE_FILE_INFORMATION bhfiInformation;

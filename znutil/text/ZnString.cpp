@@ -27,9 +27,7 @@ struct Number {
 
 // Storage management.
 
-void ZnString::Dereference() {
-  if (!IsNull() && pzsrRef->DecrementCount() == 0) delete pzsrRef;
-}
+void ZnString::Destroy() { delete pzsrRef; }
 
 void ZnString::Take(ZnStringRef *ref) {
   pzsrRef = ref;
@@ -60,6 +58,12 @@ void ZnString::Compact() const {
     const_cast<ZnString *>(this)->Dereference();
     const_cast<ZnString *>(this)->Take(plain);
   }
+}
+
+void ZnString::Empty() {
+  CopyOnWrite(0);
+  pzsrRef->AllocBuffer(0);
+  pzsrRef->GetInternal()[0] = '\0';
 }
 
 // Construction and assignment.
@@ -222,7 +226,6 @@ ZnString ZnString::operator+(ZnString const &text) const {
 
 // Comparison.
 
-int ZnString::Compare(ZnString const &other) const { return pzsrRef->CompareToInternal(other.pzsrRef->GetInternal()); }
 
 int ZnString::operator==(ZnNullString const &) const {
   return Length() == 0 && (pzsrRef->GetInternal() == nullptr || pzsrRef->GetInternal()[0] == '\0');
@@ -288,8 +291,7 @@ ZnString ZnString::MakeFill(char c, int n) {
 
 // Case and white space.
 
-template <typename Edit>
-ZnString ZnString::Edited(Edit edit) const {
+ZnString ZnString::Edited(void (ZnString::*edit)()) const {
   ZnString copy(*this);
   (copy.*edit)();
   return copy;

@@ -19,10 +19,13 @@
 #ifndef ZNUTIL_TEXT_ZNSTRING_H
 #define ZNUTIL_TEXT_ZNSTRING_H
 
+#include <cstring>
+#include <ctime>
 #include <iosfwd>
 
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/platform/Export.h>
+#include <znutil/platform/WinTypes.h>
 #include <znutil/text/ZnNullString.h>
 #include <znutil/text/ZnStringCursor.h>
 #include <znutil/text/ZnStringRef.h>
@@ -30,6 +33,10 @@
 #include <znutil/text/ZnStringSize.h>
 
 class ZnPointerStorageString;
+class ZnStringList;
+class ZnSystemTime;
+class ZnTime;
+class ZnStringTokenizerCallBack;
 
 class ZNUTIL_API ZnString {
  public:
@@ -127,7 +134,10 @@ class ZNUTIL_API ZnString {
   // Comparison, as strcmp on unsigned bytes.
 
   /// -1, 0 or 1.
-  int Compare(ZnString const &other) const;
+  int Compare(ZnString const &other) const {
+    int const result = std::strcmp(Chars(), other.Chars());
+    return (result > 0) - (result < 0);
+  }
   /// As _stricmp: the difference of the first unequal lower-cased bytes.
   int CaseCompare(ZnString const &other) const;
   int operator==(ZnString const &other) const { return Compare(other) == 0; }
@@ -151,6 +161,8 @@ class ZNUTIL_API ZnString {
   /// True for any empty text, the null string or not.
   int operator==(ZnNullString const &) const;
   int operator!=(ZnNullString const &) const;
+  /// The library's key hash (lookup2, seed 0) of the text.
+  ZnULong Hash() const;
 
   // Search: an index into the whole text, or -1. Unless said otherwise, -1
   // also for the null string and for a start outside the text.
@@ -217,6 +229,44 @@ class ZNUTIL_API ZnString {
   bool ReadFromFile(ZnString const &path);
   bool WriteToFile(ZnString const &path) const { return pzsrRef->WriteToFile(path); }
 
+  // Tabs, lines and tokens.
+
+  /// Replaces each tab by the spaces up to the next stop.
+  void ExpandTabs(int tabSize);
+  /// Clears `list` and fills it with the lines of the text, without their
+  /// line feeds and the carriage returns before them. The rest after the
+  /// last line feed is always added, even when empty.
+  void ConvertToLines(ZnStringList *list) const;
+  /// Calls `callback` for each text between delimiters, empty ones included.
+  void Tokenize(ZnString const &delimiters, ZnStringTokenizerCallBack &callback) const;
+
+  // Paths and resources. Only the backslash separates parts in results.
+
+  /// _splitpath into drive, directory, name and extension; null targets are skipped.
+  void SplitPath(ZnString *drive, ZnString *dir, ZnString *name, ZnString *extension) const;
+  /// _makepath of the pieces into this string.
+  void MakePath(ZnString const &drive, ZnString const &dir, ZnString const &name, ZnString const &extension);
+  /// The full path: joined to the current directory, with . and .. folded.
+  void ConvertToPath();
+  ZnString ToPath() const;
+  /// String `id` of `instance`; false leaves this the null string.
+  bool LoadStringA(void *instance, unsigned int id);
+
+  // Formatting.
+
+  /// printf into this string; returns the length. Any length of result is safe.
+  int Format(char const *format, ...) __attribute__((format(printf, 2, 3)));
+  /// strftime of the local time of `time`; returns the length, 0 when the
+  /// result does not fit 511 characters (the text is then empty). The `#`
+  /// flag of the Windows run time (no leading zeros, as in "%#d") works.
+  int FormatTime(char const *format, ZnTime const &time);
+  /// strftime of the calendar time `time` holds.
+  int FormatTime(char const *format, ZnSystemTime const &time);
+  /// Digits grouped in threes with "," (or as the locale groups them),
+  /// right-aligned in `width`. Zero writes no digit at all, only width + 1
+  /// spaces: deliberate.
+  void FormatInt(long value, int width = 0);
+
   // Cursors: columns with tab stops.
 
   /// Columns of the first `limit` characters; a tab reaches the next stop.
@@ -243,7 +293,10 @@ class ZNUTIL_API ZnString {
     // shared static is never touched by two threads.
     if (!IsNull()) pzsrRef->IncrementCount();
   }
-  void Dereference();
+  void Dereference() {
+    if (!IsNull() && pzsrRef->DecrementCount() == 0) Destroy();
+  }
+  void Destroy();
   void CopyOnWrite(int size);
   ZnPointerStorageString *CreatePointerStorage() const;
   void Take(ZnStringRef *ref);
@@ -253,10 +306,17 @@ class ZNUTIL_API ZnString {
   ZnString &AppendText(Text const &text, int hint);
   template <typename Text>
   ZnString &PrependText(Text const &text, int hint);
-  template <typename Edit>
-  ZnString Edited(Edit edit) const;
+  ZnString Edited(void (ZnString::*edit)()) const;
   ZnString Substring(int start, int n) const;
   bool Searchable(int start) const;
+  /// The text, never null.
+  char const *Chars() const {
+    char const *text = pzsrRef->GetInternal();
+    return text != nullptr ? text : "";
+  }
+  /// Private and empty, keeping the buffer.
+  void Empty();
+  int FormatCalendar(char const *format, std::tm const &calendar);
   void EditInPlace(void (ZnStringRef::*edit)());
   unsigned int SetCursorFromChar(ZnStringCursor *cursor) const;
   unsigned int CharCount() const { return static_cast<unsigned int>(Length()); }

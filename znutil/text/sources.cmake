@@ -3,7 +3,14 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnString.cpp
   ZnStringCursorOps.cpp
   ZnStringFile.cpp
+  ZnStringFormat.cpp
+  ZnStringLines.cpp
+  ZnStringPath.cpp
   ZnStringRef.cpp
   ZnStringSearch.cpp
   ZnStringStream.cpp
+  ZnStringTokenizerCallBack.cpp
+  ZnStrStack.cpp
+  ZnStringHeap.cpp
+  ZnStringList.cpp
   internal/WindowsRuntime.cpp)

@@ -5,23 +5,14 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
+#include <znutil/platform/Clock.h>
 #include <znutil/platform/linux/HandleObject.h>
 
 namespace znutil {
 namespace platform {
 namespace {
 
-// Seconds from 1601-01-01 to 1970-01-01, and 100 ns units in a second.
-constexpr std::int64_t kEpochDifference = 11644473600;
-constexpr std::int64_t kUnitsPerSecond = 10000000;
-
-// A time before 1601 cannot be told and becomes 0.
-FILETIME ToFileTime(statx_timestamp const &time) {
-  std::int64_t const seconds = time.tv_sec + kEpochDifference;
-  std::uint64_t const units =
-      seconds < 0 ? 0 : static_cast<std::uint64_t>(seconds) * kUnitsPerSecond + time.tv_nsec / 100;
-  return FILETIME{static_cast<DWORD>(units), static_cast<DWORD>(units >> 32)};
-}
+FILETIME ToFileTime(statx_timestamp const &time) { return FileTimeFromUnixTime(time.tv_sec, time.tv_nsec); }
 
 DWORD AttributesOf(unsigned mode) {
   if (S_ISDIR(mode)) return FILE_ATTRIBUTE_DIRECTORY;

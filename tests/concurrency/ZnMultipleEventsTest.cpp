@@ -1,0 +1,152 @@
+#include <znutil/concurrency/ZnMultipleEvents.h>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "EventTestSupport.h"
+
+namespace {
+
+using znutil_test::Eventually;
+
+TEST(ZnMultipleEventsTest, EmptySetReturnsAtOnce) {
+  ZnMultipleEvents none;
+  EXPECT_EQ(none.Wait(50), 0);
+}
+
+TEST(ZnMultipleEventsTest, AddsAnEventOnceAndRemovesIt) {
+  ZnEvent event(false);
+  ZnEvent other(false);
+  ZnMultipleEvents set;
+  set.AddEvent(&event);
+  set.AddEvent(&event);
+  set.RemoveEvent(&other);
+  set.RemoveEvent(&event);
+  EXPECT_EQ(set.Wait(50), 0) << "one removal empties the set";
+  set.AddEvent(&event);
+  set.AddEvent(&other);
+  other.Signal();
+  EXPECT_EQ(set.Wait(0), 1);
+  set.RemoveEvent(&event);
+  EXPECT_EQ(set.Wait(0), 0);
+}
+
+TEST(ZnMultipleEventsTest, WaitsForAllNotAny) {
+  ZnEvent first(false);
+  ZnEvent second(true);
+  ZnMultipleEvents set;
+  set.AddEvent(&first);
+  set.AddEvent(&second);
+  first.Signal();
+  EXPECT_EQ(set.Wait(20), 1);
+  EXPECT_EQ(first.Wait(0), 0) << "a wait that times out consumes nothing";
+  second.Signal();
+  first.Reset();
+  EXPECT_EQ(set.Wait(0), 1) << "both must be signalled at the same moment";
+  first.Signal();
+  EXPECT_EQ(set.Wait(0), 0);
+  EXPECT_EQ(first.Wait(0), 1) << "the auto-reset event is consumed";
+  EXPECT_EQ(second.Wait(0), 0) << "the manual-reset event stays signalled";
+  EXPECT_FALSE(first.IsWaiting());
+}
+
+TEST(ZnMultipleEventsTest, RendezvousAcrossThreads) {
+  ZnEvent loaded(false);
+  ZnEvent parsed(false);
+  ZnMultipleEvents both;
+  both.AddEvent(&loaded);
+  both.AddEvent(&parsed);
+  std::atomic<int> result{-1};
+  std::thread waiter([&] { result = both.Wait(INFINITE); });
+  std::thread loader([&] { loaded.Signal(); });
+  std::thread parser([&] { parsed.Signal(); });
+  loader.join();
+  parser.join();
+  waiter.join();
+  EXPECT_EQ(result.load(), 0);
+  EXPECT_EQ(loaded.Wait(0), 1);
+  EXPECT_EQ(parsed.Wait(0), 1);
+}
+
+TEST(ZnMultipleEventsTest, SharesAutoResetEventsWithSingleWaiters) {
+  ZnEvent shared(false);
+  ZnEvent only(false);
+  ZnMultipleEvents set;
+  set.AddEvent(&shared);
+  set.AddEvent(&only);
+  std::atomic<int> released{0};
+  std::thread all([&] {
+    set.Wait(INFINITE);
+    ++released;
+  });
+  std::thread one([&] {
+    shared.Wait(INFINITE);
+    ++released;
+  });
+  only.Signal();
+  shared.Signal();
+  EXPECT_TRUE(Eventually([&] { return released.load() >= 1; }));
+  // Whoever took the first signal, one more release of the shared event
+  // lets the other through.
+  shared.Signal();
+  EXPECT_TRUE(Eventually([&] { return released.load() == 2; }));
+  all.join();
+  one.join();
+}
+
+TEST(ZnMultipleEventsTest, PulseCompletesARendezvousWhoseOtherEventsAreSignalled) {
+  ZnEvent ready(true);
+  ZnEvent go(false);
+  ZnMultipleEvents set;
+  set.AddEvent(&ready);
+  set.AddEvent(&go);
+  ready.Signal();
+  std::atomic<int> result{-1};
+  std::thread waiter([&] { result = set.Wait(INFINITE); });
+  EXPECT_TRUE(Eventually([&] {
+    go.Pulse();
+    return result.load() != -1;
+  }));
+  if (result.load() == -1) go.Signal();
+  waiter.join();
+  EXPECT_EQ(result.load(), 0);
+  EXPECT_EQ(go.Wait(0), 1);
+  EXPECT_EQ(ready.Wait(0), 0);
+}
+
+TEST(ZnMultipleEventsTest, WaitsThatTheSystemRefusesYieldZeroAtOnce) {
+  ZnEvent event(false);
+  ZnEvent copy(event);
+  ZnMultipleEvents sharing;
+  sharing.AddEvent(&event);
+  sharing.AddEvent(&copy);
+  EXPECT_EQ(sharing.Wait(50), 0) << "two objects with one system event";
+
+  std::vector<std::unique_ptr<ZnEvent>> events;
+  ZnMultipleEvents many;
+  for (int i = 0; i < 64; ++i) {
+    events.push_back(std::make_unique<ZnEvent>(true));
+    many.AddEvent(events.back().get());
+  }
+  EXPECT_EQ(many.Wait(0), 1) << "64 events are still waited on";
+  for (auto const &each : events) each->Signal();
+  EXPECT_EQ(many.Wait(0), 0);
+  events.push_back(std::make_unique<ZnEvent>(true));
+  many.AddEvent(events.back().get());
+  EXPECT_EQ(many.Wait(50), 0) << "the 65th makes the wait fail";
+}
+
+TEST(ZnMultipleEventsTest, DestroyingTheSetLeavesTheEvents) {
+  ZnEvent event(true);
+  auto set = std::make_unique<ZnMultipleEvents>();
+  set->AddEvent(&event);
+  set.reset();
+  EXPECT_TRUE(event.Signal());
+  EXPECT_EQ(event.Wait(0), 0);
+}
+
+}  // namespace

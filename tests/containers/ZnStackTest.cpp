@@ -1,0 +1,38 @@
+#include <znutil/containers/ZnStack.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+int items[3];
+
+TEST(ZnStackTest, LimitedStackRefusesWhenFullAndPopsTheLatest) {
+  ZnStack stack(2);
+  EXPECT_EQ(stack.GetMaxSize(), 2);
+  EXPECT_TRUE(stack.IsEmpty());
+  EXPECT_TRUE(stack.Push(&items[0]));
+  EXPECT_TRUE(stack.Push(&items[1]));
+  EXPECT_TRUE(stack.IsFull());
+  EXPECT_FALSE(stack.Push(&items[2]));
+  EXPECT_EQ(stack.Size(), 2);
+  EXPECT_EQ(stack.Pop(), &items[1]);
+  EXPECT_FALSE(stack.IsFull());
+  EXPECT_EQ(stack.Pop(), &items[0]);
+  EXPECT_EQ(stack.Pop(), nullptr);
+  EXPECT_TRUE(stack.IsEmpty());
+}
+
+TEST(ZnStackTest, HeadOfTheListIsTheTop) {
+  ZnStack stack;
+  EXPECT_EQ(stack.GetMaxSize(), -1);
+  for (int *item = items; item != items + 3; ++item) EXPECT_TRUE(stack.Push(item));
+  EXPECT_FALSE(stack.IsFull()) << "no limit";
+  ZnListContext position;
+  EXPECT_EQ(stack.GetFirst(position), &items[2]);
+
+  ZnStack none(0);
+  EXPECT_TRUE(none.IsFull());
+  EXPECT_FALSE(none.Push(&items[0]));
+}
+
+}  // namespace

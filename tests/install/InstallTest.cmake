@@ -1,0 +1,26 @@
+# Installs the build into a fresh prefix, then builds and runs an outside
+# project against it with find_package and with pkg-config.
+set(prefix ${WORK_DIR}/prefix)
+file(REMOVE_RECURSE ${WORK_DIR})
+
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "failed: ${ARGN}\n${output}")
+  endif()
+endfunction()
+
+run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/install/consumer -B ${WORK_DIR}/consumer -G Ninja
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_RPATH=${prefix}/lib)
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/consumer)
+run(${WORK_DIR}/consumer/consumer)
+
+file(GLOB pc_file ${prefix}/lib*/pkgconfig/znutil.pc)
+if(NOT pc_file)
+  message(FATAL_ERROR "znutil.pc was not installed")
+endif()
+file(GLOB soname ${prefix}/lib*/libznutil.so.0)
+if(NOT soname)
+  message(FATAL_ERROR "libznutil.so.0 (the SONAME link) was not installed")
+endif()

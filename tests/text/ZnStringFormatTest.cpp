@@ -1,0 +1,113 @@
+#include <znutil/text/ZnString.h>
+
+#include <string>
+#include <vector>
+
+#include <cstdlib>
+#include <ctime>
+
+#include <gtest/gtest.h>
+
+#include <znutil/system/ZnSystemTime.h>
+#include <znutil/system/ZnTime.h>
+#include <znutil/text/ZnStringTokenizerCallBack.h>
+
+namespace {
+
+struct Collector : ZnStringTokenizerCallBack {
+  bool StringTokenizerCallBack(ZnString const &token, ZnString &delimiters) override {
+    tokens.push_back(static_cast<char const *>(token));
+    if (token == "switch") delimiters = ";";
+    return token != "stop";
+  }
+  std::vector<std::string> tokens;
+};
+
+std::vector<std::string> Tokens(char const *text, char const *delimiters) {
+  Collector collector;
+  ZnString(text).Tokenize(ZnString(delimiters), collector);
+  return collector.tokens;
+}
+
+TEST(ZnStringFormatTest, FormatHasNoLengthLimit) {
+  ZnString text;
+  EXPECT_EQ(text.Format("%d-%s", 42, "x"), 4);
+  EXPECT_EQ(text, "42-x");
+  std::string const big(5000, 'b');
+  EXPECT_EQ(text.Format("<%s>", big.c_str()), 5002);
+  EXPECT_EQ(text.Length(), 5002);
+  EXPECT_EQ(text[5001], '>');
+}
+
+TEST(ZnStringFormatTest, FormatTimeMapsTheHashFlag) {
+  setenv("TZ", "UTC0", 1);
+  tzset();
+  ZnString text;
+  ZnTime const stamp(365L * 86400 + 5 * 3600 + 7 * 60, 0);  // 1971-01-01 05:07:00
+  EXPECT_EQ(text.FormatTime("%Y-%m-%d %H:%M", stamp), 16);
+  EXPECT_EQ(text, "1971-01-01 05:07");
+  text.FormatTime("%#m/%#d %#H%%", stamp);
+  EXPECT_EQ(text, "1/1 5%") << "no leading zeros with #";
+
+  std::tm calendar{};
+  calendar.tm_year = 99;
+  calendar.tm_mon = 11;
+  calendar.tm_mday = 31;
+  calendar.tm_hour = 23;
+  ZnSystemTime const system(calendar, 0);
+  text.FormatTime("%d.%m.%Y %H", system);
+  EXPECT_EQ(text, "31.12.1999 23");
+  EXPECT_EQ(text.FormatTime(std::string(600, 'x').c_str(), system), 0) << "too long for the buffer";
+  EXPECT_TRUE(text == NULL_STRING);
+  unsetenv("TZ");
+  tzset();
+}
+
+TEST(ZnStringFormatTest, FormatIntGroupsDigits) {
+  struct Case {
+    long value;
+    int width;
+    char const *text;
+  } const cases[] = {
+      {1234567, 0, "1,234,567"}, {-1000, 8, "  -1,000"}, {0, 0, " "},     {0, 3, "    "},
+      {999, 0, "999"},           {1000, 0, "1,000"},      {1001, 6, " 1,001"}, {-5, 0, "-5"},
+      {1000000, 0, "1,000,000"},
+  };
+  for (auto const &c : cases) {
+    ZnString text("old");
+    text.FormatInt(c.value, c.width);
+    EXPECT_EQ(text, c.text) << c.value << " in " << c.width;
+  }
+}
+
+TEST(ZnStringFormatTest, ExpandTabsReachesTheNextStop) {
+  ZnString text("a\tbc\td\n\te");
+  text.ExpandTabs(4);
+  EXPECT_EQ(text, "a   bc  d\n  e") << "a newline is an ordinary column";
+  ZnString many("\t\t\t\t\t");
+  many.ExpandTabs(8);
+  EXPECT_EQ(many.Length(), 40);
+  ZnString shared("\tx");
+  ZnString copy(shared);
+  copy.ExpandTabs(2);
+  EXPECT_EQ(copy, "  x");
+  EXPECT_EQ(shared, "\tx");
+}
+
+TEST(ZnStringFormatTest, TokenizeKeepsEmptyTokens) {
+  EXPECT_EQ(Tokens("a,,b,", ","), (std::vector<std::string>{"a", "", "b", ""}));
+  EXPECT_EQ(Tokens("one", ","), (std::vector<std::string>{"one"}));
+  EXPECT_TRUE(Tokens("", ",").empty()) << "an empty text calls nothing";
+  EXPECT_EQ(Tokens("a b;c", " ;"), (std::vector<std::string>{"a", "b", "c"}));
+}
+
+TEST(ZnStringFormatTest, TokenizeCallbackSteersTheScan) {
+  EXPECT_EQ(Tokens("x,switch,a,b;c", ","), (std::vector<std::string>{"x", "switch", "a,b", "c"}));
+  EXPECT_EQ(Tokens("a,stop,b", ","), (std::vector<std::string>{"a", "stop"}));
+  ZnString text("p,q");
+  ZnStringTokenizerCallBack base;
+  text.Tokenize(ZnString(","), base);
+  EXPECT_EQ(text, "p,q") << "tokenizing leaves the text alone";
+}
+
+}  // namespace

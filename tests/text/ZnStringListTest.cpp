@@ -1,0 +1,140 @@
+#include <znutil/text/ZnStringList.h>
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <znutil/text/ZnStrStack.h>
+#include <znutil/text/ZnStringHeap.h>
+
+namespace {
+
+std::vector<std::string> Texts(ZnStringList const &list) {
+  std::vector<std::string> texts;
+  ZnListContext position;
+  for (ZnString *text = list.First(position); text != nullptr; text = list.Next(position))
+    texts.push_back(static_cast<char const *>(*text));
+  return texts;
+}
+
+TEST(ZnStringListTest, AddStoresASharedValue) {
+  ZnStringList list;
+  ZnString original("value");
+  ZnString *stored = list.Add(original);
+  EXPECT_EQ(*stored, "value");
+  *stored << "!";
+  EXPECT_EQ(original, "value");
+  list.Prepend(ZnString("first"));
+  list.Append(ZnString("last"));
+  list + ZnString("plus");
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"first", "value!", "last", "plus"}));
+}
+
+TEST(ZnStringListTest, SearchIsAlwaysExact) {
+  ZnStringList list;
+  list.Add(ZnString("ABC"));
+  ZnListContext found = list.Search(ZnString("abc"), false);
+  EXPECT_EQ(list.Current(found), nullptr) << "the flag has no effect";
+  found = list.Search(ZnString("ABC"), true);
+  ASSERT_NE(list.Current(found), nullptr);
+  EXPECT_EQ(*list.Current(found), "ABC");
+}
+
+TEST(ZnStringListTest, DeleteByValueUnlinksWithoutDestroying) {
+  ZnStringList list;
+  ZnString *kept = list.Add(ZnString("keep me"));
+  list.Add(ZnString("other"));
+  list.Delete(ZnString("keep me"));
+  EXPECT_EQ(list.GetCount(), 1);
+  EXPECT_EQ(*kept, "keep me") << "the object stays allocated";
+  delete kept;  // the caller owns it now
+  list.Delete(ZnString("missing"));
+  EXPECT_EQ(list.GetCount(), 1);
+}
+
+TEST(ZnStringListTest, DeletingFormsDestroyAndReturnNull) {
+  ZnStringList list;
+  for (char const *text : {"a", "b", "c", "d"}) list.Add(ZnString(text));
+  EXPECT_EQ(list.DeleteFirst(), nullptr);
+  EXPECT_EQ(list.DeleteLast(), nullptr);
+  ZnListContext position;
+  list.First(position);
+  EXPECT_EQ(list.Delete(position), nullptr);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"c"}));
+  list.Clear();
+  EXPECT_EQ(list.GetCount(), 0);
+  EXPECT_EQ(list.DeleteFirst(), nullptr);
+}
+
+TEST(ZnStringListTest, SortExactAndIgnoringCase) {
+  ZnStringList list;
+  for (char const *text : {"c", "B", "a"}) list.Add(ZnString(text));
+  list.Sort(false);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "B", "c"}));
+  list.Sort(true);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"B", "a", "c"}));
+  ZnStringList empty;
+  empty.Sort(true);
+  EXPECT_EQ(empty.GetCount(), 0);
+}
+
+TEST(ZnStringListTest, TokenizingFillsTheList) {
+  ZnStringList list;
+  ZnString("a,,b,").Tokenize(ZnString(","), list);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "", "b", ""}));
+  list.Clear();
+  EXPECT_EQ(list.GetCount(), 0);
+}
+
+TEST(ZnStringListTest, ConvertToLinesDropsLineEnds) {
+  ZnStringList list;
+  list.Add(ZnString("stale"));
+  ZnString("a\r\r\nb\n").ConvertToLines(&list);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "b", ""}));
+  ZnString("single").ConvertToLines(&list);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"single"}));
+  ZnString("\r\n\n").ConvertToLines(&list);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"", "", ""}));
+}
+
+TEST(ZnStringHeapTest, StringsHaveStableAddressesUntilReleased) {
+  ZnStringHeap heap;
+  ZnString *first = heap.AllocString();
+  ZnString *second = heap.AllocString();
+  EXPECT_TRUE(*first == NULL_STRING);
+  *first = "one";
+  *second = "two";
+  ZnString foreign("foreign");
+  heap.ReleaseString(&foreign);
+  EXPECT_EQ(heap.GetCount(), 2) << "a foreign pointer is ignored";
+  heap.ReleaseString(first);
+  EXPECT_EQ(heap.GetCount(), 1);
+  EXPECT_EQ(*second, "two");
+  heap.ReleaseAll();
+  EXPECT_EQ(heap.GetCount(), 0);
+}
+
+TEST(ZnStrStackTest, TopIsTheTail) {
+  ZnStrStack stack;
+  stack.Push(ZnString("a"));
+  stack.Push(ZnString("b"));
+  EXPECT_EQ(stack.Count(), 2);
+  EXPECT_EQ(stack.Pop(), "b");
+  EXPECT_EQ(stack.Pop(), "a");
+  EXPECT_TRUE(stack.Pop() == NULL_STRING);
+  stack.Push(ZnString("left for the destructor"));
+  auto *onHeap = new ZnStrStack;
+  onHeap->Push(ZnString("x"));
+  onHeap->Clear();
+  EXPECT_EQ(onHeap->Count(), 0);
+  delete onHeap;
+}
+
+TEST(ZnStringListTest, HashIsTheLibraryKeyHash) {
+  EXPECT_EQ(ZnString("abc").Hash(), 0x251e4793u);
+  EXPECT_EQ(ZnString().Hash(), 0xbd49d10du);
+  EXPECT_EQ(ZnString("Four score and seven years ago").Hash(), 0x50f2424bu);
+}
+
+}  // namespace

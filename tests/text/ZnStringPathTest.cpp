@@ -1,0 +1,106 @@
+#include <znutil/text/ZnString.h>
+
+#include <string>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include <znutil/platform/StringTable.h>
+
+namespace {
+
+TEST(ZnStringPathTest, JoinLeavesExactlyOneBackslash) {
+  struct Case {
+    char const *left, *right, *joined;
+  } const cases[] = {
+      {"a", "b", "a\\b"},         {"a\\\\", "\\b", "a\\b"}, {"a\\", "b", "a\\b"},  {"", "a", "\\a"},
+      {"a", "\\\\\\b", "a\\b"},   {"a/", "b", "a/\\b"},     {"a", "", "a\\"},      {"\\", "x", "\\x"},
+  };
+  for (auto const &c : cases) EXPECT_EQ(ZnString(c.left) ^ ZnString(c.right), c.joined) << c.left << " ^ " << c.right;
+  ZnString left("dir");
+  ZnString joined = left ^ left;
+  EXPECT_EQ(joined, "dir\\dir");
+  EXPECT_EQ(left, "dir");
+  EXPECT_EQ(ZnString() ^ ZnString(), "\\");
+}
+
+TEST(ZnStringPathTest, SplitPathFollowsWindowsRules) {
+  struct Case {
+    char const *path, *drive, *dir, *name, *ext;
+  } const cases[] = {
+      {"C:\\dir\\sub\\file.tar.gz", "C:", "\\dir\\sub\\", "file.tar", ".gz"},
+      {"dir/file", "", "dir/", "file", ""},
+      {"file.", "", "", "file", "."},
+      {".profile", "", "", "", ".profile"},
+      {"a.b\\c", "", "a.b\\", "c", ""},
+      {"D:name.txt", "D:", "", "name", ".txt"},
+      {"", "", "", "", ""},
+  };
+  for (auto const &c : cases) {
+    ZnString drive("x"), dir("x"), name("x"), ext("x");
+    ZnString(c.path).SplitPath(&drive, &dir, &name, &ext);
+    EXPECT_EQ(drive, c.drive) << c.path;
+    EXPECT_EQ(dir, c.dir) << c.path;
+    EXPECT_EQ(name, c.name) << c.path;
+    EXPECT_EQ(ext, c.ext) << c.path;
+  }
+  ZnString name;
+  ZnString("a\\b.c").SplitPath(nullptr, nullptr, &name, nullptr);
+  EXPECT_EQ(name, "b");
+}
+
+TEST(ZnStringPathTest, SplitPathCutsPiecesToTheirBuffers) {
+  std::string const longName(400, 'n');
+  ZnString name, ext;
+  ZnString(("dir\\" + longName + ".e").c_str()).SplitPath(nullptr, nullptr, &name, &ext);
+  EXPECT_EQ(name.Length(), 255);
+  EXPECT_EQ(ext, ".e");
+}
+
+TEST(ZnStringPathTest, MakePathAddsMissingSeparators) {
+  struct Case {
+    char const *drive, *dir, *name, *ext, *path;
+  } const cases[] = {
+      {"C", "dir", "file", "txt", "C:dir\\file.txt"},
+      {"C:", "dir\\", "file", ".txt", "C:dir\\file.txt"},
+      {"", "a/b/", "c", "", "a/b/c"},
+      {"", "", "name", "", "name"},
+  };
+  for (auto const &c : cases) {
+    ZnString path("old");
+    path.MakePath(ZnString(c.drive), ZnString(c.dir), ZnString(c.name), ZnString(c.ext));
+    EXPECT_EQ(path, c.path);
+  }
+  ZnString path;
+  path.MakePath(ZnString(), ZnString(std::string(300, 'd').c_str()), ZnString("x"), ZnString());
+  EXPECT_EQ(path.Length(), 259) << "cut to the 260-character buffer";
+}
+
+TEST(ZnStringPathTest, ConvertToPathFoldsRelativeParts) {
+  char cwd[4096];
+  ASSERT_NE(getcwd(cwd, sizeof cwd), nullptr);
+  std::string expected(cwd);
+  for (char &c : expected)
+    if (c == '/') c = '\\';
+  EXPECT_EQ(ZnString("sub/../file.txt").ToPath(), (expected + "\\file.txt").c_str());
+  EXPECT_EQ(ZnString("\\a\\.\\b\\..\\c").ToPath(), "\\a\\c");
+  EXPECT_EQ(ZnString("/a/../../b").ToPath(), "\\b");
+  ZnString drive("C:\\x\\y\\..");
+  drive.ConvertToPath();
+  EXPECT_EQ(drive, "C:\\x");
+}
+
+TEST(ZnStringPathTest, LoadStringReadsRegisteredTables) {
+  int instanceTag = 0;
+  void *instance = &instanceTag;
+  znutil::platform::RegisterStringResource(instance, 7, "Ready");
+  ZnString text("old");
+  EXPECT_TRUE(text.LoadStringA(instance, 7));
+  EXPECT_EQ(text, "Ready");
+  EXPECT_FALSE(text.LoadStringA(instance, 8));
+  EXPECT_TRUE(text == NULL_STRING);
+  znutil::platform::RegisterStringResource(instance, 7, nullptr);
+  EXPECT_FALSE(text.LoadStringA(instance, 7));
+}
+
+}  // namespace

@@ -1,0 +1,5 @@
+#include <znutil/containers/ZnListContext.h>
+
+ZnNullContext const NULL_CONTEXT;
+
+ZnListContextData::~ZnListContextData() {}

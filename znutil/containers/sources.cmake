@@ -1,0 +1,17 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnDblList.cpp
+  ZnDictionary.cpp
+  ZnHash.cpp
+  ZnHashTable.cpp
+  ZnHashTablePrimes.cpp
+  ZnHashTableWalk.cpp
+  ZnIndex.cpp
+  ZnIndex64.cpp
+  ZnKeyedIndex.cpp
+  ZnListContext.cpp
+  ZnOrderedList.cpp
+  ZnSortedList.cpp
+  ZnUuid.cpp
+  ZnUuidIndex.cpp
+  internal/ZnAVLTree.cpp
+  internal/ZnOrderedListContext.cpp)

@@ -1,0 +1,216 @@
+// Events over one pthread mutex and one condition variable each.
+//
+// Waiters re-check the state after every wake-up. A pulse cannot be seen
+// in the state it leaves (unsignalled), so it counts itself in `pulses`;
+// a waiter that saw the count change while it slept was waiting at the
+// moment of the pulse. For auto-reset events a pulse also leaves one
+// release in `pulseReleases`, which exactly one of those waiters takes.
+//
+// A wait for all events locks their mutexes in address order, checks them
+// together, and otherwise sleeps on the first one that is not signalled,
+// holding no other lock; a change there makes it check all of them again.
+#include <znutil/platform/Event.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+#include <new>
+#include <pthread.h>
+#include <time.h>
+
+#include <znutil/platform/WinTypes.h>
+
+namespace znutil {
+namespace platform {
+namespace {
+
+struct EventState {
+  pthread_mutex_t mutex;
+  pthread_cond_t changed;
+  std::uint64_t pulses;         // pulses that found a thread waiting
+  std::uint32_t singleWaiters;  // threads asleep in Wait
+  std::uint32_t allWaiters;     // threads asleep here in WaitForAll
+  std::uint32_t pulseReleases;  // auto-reset: releases owed to threads asleep in Wait
+  bool manualReset;
+  bool signalled;
+};
+
+static_assert(sizeof(EventState) <= 128, "Event storage is too small");
+static_assert(alignof(EventState) <= 8, "Event storage is misaligned");
+
+EventState &State(unsigned char *storage) { return *std::launder(reinterpret_cast<EventState *>(storage)); }
+
+class Deadline {
+ public:
+  explicit Deadline(std::uint32_t milliseconds) : infinite_(milliseconds == INFINITE) {
+    clock_gettime(CLOCK_MONOTONIC, &at_);
+    at_.tv_sec += milliseconds / 1000;
+    at_.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000L;
+    if (at_.tv_nsec >= 1000000000L) {
+      at_.tv_nsec -= 1000000000L;
+      ++at_.tv_sec;
+    }
+  }
+
+  // Sleeps on the event until woken; false once the deadline has passed.
+  bool Sleep(EventState &state) const {
+    if (infinite_) return pthread_cond_wait(&state.changed, &state.mutex) == 0;
+    return pthread_cond_timedwait(&state.changed, &state.mutex, &at_) != ETIMEDOUT;
+  }
+
+ private:
+  bool infinite_;
+  timespec at_;
+};
+
+class Locked {
+ public:
+  enum Adopt { kAlreadyHeld };
+  explicit Locked(EventState &state) : state_(state) { pthread_mutex_lock(&state_.mutex); }
+  Locked(EventState &state, Adopt) : state_(state) {}
+  ~Locked() { pthread_mutex_unlock(&state_.mutex); }
+  Locked(Locked const &) = delete;
+  Locked &operator=(Locked const &) = delete;
+
+ private:
+  EventState &state_;
+};
+
+// Takes the signal if there is one: an auto-reset event gives it up.
+bool TakeSignal(EventState &state) {
+  if (!state.signalled) return false;
+  if (!state.manualReset) state.signalled = false;
+  return true;
+}
+
+// Whether a pulse since `seen` releases a thread asleep in Wait.
+bool TakePulse(EventState &state, std::uint64_t *seen) {
+  if (state.pulses == *seen) return false;
+  *seen = state.pulses;
+  if (state.manualReset) return true;
+  if (state.pulseReleases == 0) return false;
+  --state.pulseReleases;
+  return true;
+}
+
+bool SleepForOne(EventState &state, Deadline const &deadline) {
+  ++state.singleWaiters;
+  std::uint64_t seen = state.pulses;
+  bool released = false;
+  bool inTime = true;
+  while (!released && inTime) {
+    inTime = deadline.Sleep(state);
+    released = TakeSignal(state) || TakePulse(state, &seen);
+  }
+  --state.singleWaiters;
+  // A release owed to a waiter that has left by its timeout lapses.
+  state.pulseReleases = std::min(state.pulseReleases, state.singleWaiters);
+  return released;
+}
+
+// Sleeps for a wait-for-all on the event that holds it up, until that event
+// is signalled or pulsed or the deadline passes. True if a pulse ended it:
+// the event then counts as signalled for one more check of all of them.
+bool SleepForAll(EventState &state, Deadline const &deadline, bool *inTime) {
+  ++state.allWaiters;
+  std::uint64_t const seen = state.pulses;
+  while (*inTime && !state.signalled && state.pulses == seen) *inTime = deadline.Sleep(state);
+  --state.allWaiters;
+  return !state.signalled && state.pulses != seen;
+}
+
+// The events of a wait-for-all in lock order; false if the set is not one
+// that Windows would accept.
+bool SortDistinct(Event *const *events, std::size_t count, Event **sorted) {
+  if (count == 0 || count > Event::kMaximumWaitObjects) return false;
+  std::copy(events, events + count, sorted);
+  std::sort(sorted, sorted + count, std::less<Event *>());
+  return sorted[0] != nullptr && std::adjacent_find(sorted, sorted + count) == sorted + count;
+}
+
+}  // namespace
+
+Event::Event(bool manualReset) {
+  EventState &state = *new (storage_) EventState();
+  pthread_mutex_init(&state.mutex, nullptr);
+  pthread_condattr_t attributes;
+  pthread_condattr_init(&attributes);
+  pthread_condattr_setclock(&attributes, CLOCK_MONOTONIC);
+  pthread_cond_init(&state.changed, &attributes);
+  pthread_condattr_destroy(&attributes);
+  state.manualReset = manualReset;
+}
+
+Event::~Event() {
+  EventState &state = State(storage_);
+  pthread_cond_destroy(&state.changed);
+  pthread_mutex_destroy(&state.mutex);
+}
+
+void Event::Set() {
+  EventState &state = State(storage_);
+  Locked locked(state);
+  state.signalled = true;
+  // Every sleeper re-checks: one asleep for a wait-for-all cannot take the
+  // signal of an auto-reset event on behalf of a thread asleep in Wait.
+  pthread_cond_broadcast(&state.changed);
+}
+
+void Event::Reset() {
+  EventState &state = State(storage_);
+  Locked locked(state);
+  state.signalled = false;
+}
+
+void Event::Pulse() {
+  EventState &state = State(storage_);
+  Locked locked(state);
+  if (state.singleWaiters + state.allWaiters > 0) {
+    if (!state.manualReset && state.singleWaiters > state.pulseReleases) ++state.pulseReleases;
+    ++state.pulses;
+    pthread_cond_broadcast(&state.changed);
+  }
+  state.signalled = false;
+}
+
+WaitResult Event::Wait(std::uint32_t milliseconds) {
+  EventState &state = State(storage_);
+  Deadline const deadline(milliseconds);
+  Locked locked(state);
+  bool const released = TakeSignal(state) || (milliseconds != 0 && SleepForOne(state, deadline));
+  return released ? WaitResult::kSignalled : WaitResult::kTimeout;
+}
+
+WaitResult Event::WaitForAll(Event *const *events, std::size_t count, std::uint32_t milliseconds) {
+  Event *sorted[kMaximumWaitObjects];
+  if (!SortDistinct(events, count, sorted)) return WaitResult::kFailed;
+  EventState *states[kMaximumWaitObjects];
+  std::transform(sorted, sorted + count, states, [](Event *event) { return &State(event->storage_); });
+  auto lockAll = [&] { for (std::size_t i = 0; i < count; ++i) pthread_mutex_lock(&states[i]->mutex); };
+  auto unlockAllBut = [&](EventState *kept) {
+    for (std::size_t i = count; i-- > 0;) {
+      if (states[i] != kept) pthread_mutex_unlock(&states[i]->mutex);
+    }
+  };
+  Deadline const deadline(milliseconds);
+  bool inTime = milliseconds != 0;
+  EventState *pulsed = nullptr;
+  for (;;) {
+    lockAll();
+    EventState *const *blocker = std::find_if(
+        states, states + count, [&](EventState *state) { return !state->signalled && state != pulsed; });
+    if (blocker == states + count) {
+      for (std::size_t i = 0; i < count; ++i) TakeSignal(*states[i]);
+      unlockAllBut(nullptr);
+      return WaitResult::kSignalled;
+    }
+    EventState &holdUp = **blocker;
+    unlockAllBut(&holdUp);
+    Locked locked(holdUp, Locked::kAlreadyHeld);
+    if (!inTime) return WaitResult::kTimeout;
+    pulsed = SleepForAll(holdUp, deadline, &inTime) ? &holdUp : nullptr;
+  }
+}
+
+}  // namespace platform
+}  // namespace znutil

@@ -1,0 +1,3 @@
+#include <znutil/text/ZnStringTokenizerCallBack.h>
+
+bool ZnStringTokenizerCallBack::StringTokenizerCallBack(ZnString const &, ZnString &) { return true; }
