@@ -4,6 +4,7 @@
 #ifndef ZNUTIL_ZNUTIL_H
 #define ZNUTIL_ZNUTIL_H
 
+#include <znutil/platform/PeFormat.h>
 #include <znutil/platform/StringTable.h>
 #include <znutil/platform/WinTypes.h>
 
@@ -56,12 +57,16 @@
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
 
+#include <znutil/system/ZnExeFileMapping.h>
+#include <znutil/system/ZnExeResources.h>
+#include <znutil/system/ZnFileInformation.h>
 #include <znutil/system/ZnFileTime.h>
 #include <znutil/system/ZnHPTimer.h>
 #include <znutil/system/ZnStopWatch.h>
 #include <znutil/system/ZnSystemTime.h>
 #include <znutil/system/ZnTickCount.h>
 #include <znutil/system/ZnTime.h>
+#include <znutil/system/ZnVersionResource.h>
 
 #include <znutil/text/ZnNullString.h>
 #include <znutil/text/ZnPointerStorageString.h>

@@ -4,8 +4,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <initializer_list>
 #include <sstream>
+#include <string>
 
 #include <znutil/znutil.h>
 
@@ -41,8 +43,8 @@ void TourStrings() {
   ZnString name("report");
   ZnString copy = name;
   copy << ".txt";
-  std::printf("\"%s\" copied and appended to: \"%s\" (the original is unchanged)\n",
-              static_cast<char const *>(name), static_cast<char const *>(copy));
+  std::printf("\"%s\" copied and appended to: \"%s\" (the original is unchanged)\n", static_cast<char const *>(name),
+              static_cast<char const *>(copy));
   ZnString greeting("world");
   greeting >> "hello, ";
   std::printf("prepending with >>: \"%s\"; as upper case: \"%s\"\n", static_cast<char const *>(greeting),
@@ -261,9 +263,44 @@ void TourCollections() {
   std::printf("FormatInt(1234567, 12): \"%s\"\n", static_cast<char const *>(grouped));
 }
 
+void PrintVersion(char const *path) {
+  ZnExeResources image(path);
+  ZnVersionResource version(static_cast<unsigned char *>(image.FindResourceA(RT_VERSION, 1, 0x409)));
+  unsigned short const key[] = {'C', 'o', 'm', 'p', 'a', 'n', 'y', 'N', 'a', 'm', 'e', 0};
+  ZnULong length;
+  unsigned short const *company = version.GetString(key, &length);
+  std::printf("file version %s, product version %s, company \"%s\"\n",
+              static_cast<char const *>(version.GetFileVersion()),
+              static_cast<char const *>(version.GetProductVersion()), static_cast<char const *>(ZnString(company)));
+}
+
+// Reads and stamps a copy of the sample Windows executable that the build
+// puts next to the tour.
+void TourImages(char const *tour) {
+  std::printf("== Executable images\n");
+  std::filesystem::path const sample = std::filesystem::path(tour).parent_path() / "sample.exe";
+  if (!std::filesystem::exists(sample)) {
+    std::printf("no sample.exe next to the tour; skipped\n");
+    return;
+  }
+  std::string const copy = (std::filesystem::temp_directory_path() / "znutil-tour-sample.exe").string();
+  std::filesystem::copy_file(sample, copy, std::filesystem::copy_options::overwrite_existing);
+  ZnFileInformation info(copy.c_str());
+  std::printf("a copy of the sample image, %u bytes: ", info.Size());
+  PrintVersion(copy.c_str());
+  {
+    ZnExeResources image(copy.c_str());
+    ZnVersionResource(static_cast<unsigned char *>(image.FindResourceA(RT_VERSION, 1, 0x409)))
+        .SetFileVersion("2.14.0.1");
+  }
+  std::printf("stamped with SetFileVersion(\"2.14.0.1\") and read again: ");
+  PrintVersion(copy.c_str());
+  std::filesystem::remove(copy);
+}
+
 }  // namespace
 
-int main() {
+int main(int, char **argv) {
   TourMemory();
   TourLocks();
   TourStrings();
@@ -272,5 +309,6 @@ int main() {
   TourClocks();
   TourValues();
   TourRegex();
+  TourImages(argv[0]);
   return 0;
 }

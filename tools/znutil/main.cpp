@@ -1,6 +1,7 @@
 // znutil: command-line tools over the znutil library.
 //
 //   znutil grep [-n] [-c] [-v] PATTERN [FILE...]
+//   znutil version [--set-file-version A.B.C.D] FILE
 //   znutil COMMAND --help
 #include <cstdio>
 #include <cstring>
@@ -22,6 +23,7 @@ using namespace znutil_tool;
 
 Command const kCommands[] = {
     {"grep", "print the lines that match a regular expression", RunGrep},
+    {"version", "show or stamp the version resource of a Windows executable", RunVersion},
 };
 
 void PrintUsage(std::FILE *out) {

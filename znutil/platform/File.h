@@ -21,6 +21,7 @@
 #define OPEN_EXISTING 3u
 #define OPEN_ALWAYS 4u
 #define TRUNCATE_EXISTING 5u
+#define FILE_ATTRIBUTE_READONLY 0x1u
 #define FILE_ATTRIBUTE_DIRECTORY 0x10u
 #define FILE_ATTRIBUTE_NORMAL 0x80u
 #define FILE_FLAG_SEQUENTIAL_SCAN 0x08000000u
@@ -52,6 +53,13 @@ ZNUTIL_API DWORD SetFilePointer(HANDLE file, LONG distance, DWORD method);
 
 /// The size of an open file in bytes.
 ZNUTIL_API bool GetFileSize(HANDLE file, std::uint64_t *size);
+
+/// Attributes, times, size, link count and identity of an open file. The
+/// attributes are FILE_ATTRIBUTE_DIRECTORY for a folder, else
+/// FILE_ATTRIBUTE_READONLY when the owner may not write, else
+/// FILE_ATTRIBUTE_NORMAL. The creation time is the birth time where the file
+/// system keeps one, else the status change time.
+bool GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION *information);
 
 /// Closes a handle from this seam.
 ZNUTIL_API bool CloseHandle(HANDLE handle);

@@ -7,7 +7,8 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/Directory.cpp
   linux/Event.cpp
   linux/File.cpp
-  linux/FileTimes.cpp
+  linux/FileInformation.cpp
+  linux/FileMapping.cpp
   linux/Heap.cpp
   linux/Random.cpp
   linux/RecursiveMutex.cpp

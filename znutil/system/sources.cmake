@@ -1,7 +1,12 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnExeFileMapping.cpp
+  ZnExeResources.cpp
+  ZnFileInformation.cpp
   ZnFileTime.cpp
   ZnHPTimer.cpp
   ZnStopWatch.cpp
   ZnSystemTime.cpp
   ZnTickCount.cpp
-  ZnTime.cpp)
+  ZnTime.cpp
+  ZnVersionResource.cpp
+  internal/VersionBlock.cpp)
