@@ -17,7 +17,6 @@
 #define OPEN_EXISTING 3u
 #define OPEN_ALWAYS 4u
 #define TRUNCATE_EXISTING 5u
-#define FILE_ATTRIBUTE_NORMAL 0x80u
 
 namespace znutil {
 namespace platform {

@@ -2,13 +2,16 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   Calendar.cpp
   PathText.cpp
   StringTable.cpp
+  UserInterface.cpp
   WideText.cpp
   linux/Clock.cpp
   linux/Directory.cpp
+  linux/DirectoryListing.cpp
   linux/Event.cpp
   linux/File.cpp
   linux/FileTimes.cpp
   linux/Heap.cpp
+  linux/Module.cpp
   linux/Random.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp
