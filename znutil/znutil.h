@@ -5,7 +5,10 @@
 #define ZNUTIL_ZNUTIL_H
 
 #include <znutil/platform/StringTable.h>
+#include <znutil/platform/UserInterface.h>
 #include <znutil/platform/WinTypes.h>
+
+#include <znutil/application/UtilityApp.h>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>
@@ -56,8 +59,11 @@
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
 
+#include <znutil/system/ZnDirectory.h>
+#include <znutil/system/ZnDirectoryFileInfo.h>
 #include <znutil/system/ZnFileTime.h>
 #include <znutil/system/ZnHPTimer.h>
+#include <znutil/system/ZnPathFunctions.h>
 #include <znutil/system/ZnStopWatch.h>
 #include <znutil/system/ZnSystemTime.h>
 #include <znutil/system/ZnTickCount.h>

@@ -1,6 +1,11 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnDirectory.cpp
+  ZnDirectoryFileInfo.cpp
+  ZnDirectoryFolders.cpp
+  ZnDirectoryPaths.cpp
   ZnFileTime.cpp
   ZnHPTimer.cpp
+  ZnPathFunctions.cpp
   ZnStopWatch.cpp
   ZnSystemTime.cpp
   ZnTickCount.cpp
