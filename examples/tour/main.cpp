@@ -8,6 +8,17 @@
 
 #include <znutil/znutil.h>
 
+// The library's start fills the application identity. Until the tour calls
+// that start, it runs the two identity steps itself through the class that
+// UtilityApp lets its tests use.
+class UtilityAppTestAccess {
+ public:
+  static void Start() {
+    UtilityApp::InitAppName();
+    UtilityApp::InitStartupDirectory();
+  }
+};
+
 namespace {
 
 void TourMemory() {
@@ -199,6 +210,40 @@ void TourCollections() {
   std::printf("FormatInt(1234567, 12): \"%s\"\n", static_cast<char const *>(grouped));
 }
 
+
+void TourPaths() {
+  std::printf("== Paths and application identity\n");
+  struct {
+    char const *base, *path;
+  } const joins[] = {{"C:\\a\\b", "..\\c"}, {"C:\\a\\", ".."}, {"C:/a", "/x"}, {"C:\\a", ".\\x"}};
+  for (auto const &join : joins) {
+    std::printf("CreateAbsolutePath(%s, %s) = %s\n", join.base, join.path,
+                static_cast<char const *>(ZnDirectory::CreateAbsolutePath(join.base, join.path)));
+  }
+  std::printf("CreateRelativePath(c:\\a\\b\\c, C:\\A) = %s (a way up ends in a separator)\n",
+              static_cast<char const *>(ZnDirectory::CreateRelativePath("c:\\a\\b\\c", "C:\\A")));
+  std::printf("RemoveRelativePartsFromAbsolutePath(C:\\a\\.\\b\\..\\c\\) = %s\n",
+              static_cast<char const *>(ZnDirectory::RemoveRelativePartsFromAbsolutePath("C:\\a\\.\\b\\..\\c\\")));
+  ZnString const tool("C:\\tools\\App.exe");
+  std::printf("%s splits into drive %s, folder %s, base %s, extension %s\n", static_cast<char const *>(tool),
+              static_cast<char const *>(ZnGetDriveFromPath(tool)), static_cast<char const *>(ZnGetDirectoryFromPath(tool)),
+              static_cast<char const *>(ZnGetBaseFileFromPath(tool)), static_cast<char const *>(ZnGetExtensionFromPath(tool)));
+
+  std::printf("before the start, this program's name is \"%s\"\n", static_cast<char const *>(UtilityApp::AppName()));
+  UtilityAppTestAccess::Start();
+  std::printf("this program is \"%s\" in %s; the library is loaded at %p\n",
+              static_cast<char const *>(UtilityApp::AppName()), static_cast<char const *>(UtilityApp::StartupDir()),
+              UtilityApp::LibInstance());
+  ZnDirectory folder;
+  if (folder.Open(UtilityApp::StartupDir())) {
+    int folders = 0;
+    for (ZnDirectoryFileInfo *entry = folder.First(); entry != nullptr; entry = folder.Next())
+      folders += (entry->QueryAttributes() & FILE_ATTRIBUTE_DIRECTORY) != 0 ? 1 : 0;
+    std::printf("its folder lists %d entries, %d of them folders (\".\" and \"..\" included)\n", folder.Count(),
+                folders);
+  }
+}
+
 }  // namespace
 
 int main() {
@@ -209,5 +254,6 @@ int main() {
   TourCollections();
   TourClocks();
   TourRegex();
+  TourPaths();
   return 0;
 }
