@@ -8,6 +8,8 @@
 #include <fstream>
 #include <string>
 
+#include <znutil/text/ZnString.h>
+
 #include <gtest/gtest.h>
 
 namespace znutil_test {
@@ -56,6 +58,12 @@ inline std::string Backslashed(std::string path) {
   }
   return path;
 }
+
+// A system path as a library path.
+inline ZnString LibraryPath(std::string const &systemPath) { return ZnString(Backslashed(systemPath).c_str()); }
+
+// The text of a string, for comparisons that print well.
+inline std::string Text(ZnString const &value) { return std::string(static_cast<char const *>(value)); }
 
 }  // namespace znutil_test
 

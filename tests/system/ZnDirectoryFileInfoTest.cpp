@@ -17,11 +17,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using znutil_test::Backslashed;
-using znutil_test::ScratchDirectory;
-using znutil_test::WriteFile;
-
-std::string Text(ZnString const &value) { return std::string(static_cast<char const *>(value)); }
+using namespace znutil_test;
 
 // The entry named `name` of an open listing, or null.
 ZnDirectoryFileInfo *Find(ZnDirectory &folder, std::string const &name) {

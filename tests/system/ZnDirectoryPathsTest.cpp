@@ -3,19 +3,30 @@
 #include <znutil/system/ZnDirectory.h>
 #include <znutil/system/ZnPathFunctions.h>
 
+#include <cstddef>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "ScratchDirectory.h"
+
 namespace {
 
+using znutil_test::Text;
+
+// A path function of two paths, its arguments and its stated result.
 struct PathCase {
-  char const *base;
-  char const *path;
+  char const *first;
+  char const *second;
   char const *expected;
 };
 
-std::string Text(ZnString const &value) { return std::string(static_cast<char const *>(value)); }
+template <std::size_t N>
+void ExpectResults(ZnString (*function)(ZnString const &, ZnString const &), PathCase const (&cases)[N]) {
+  for (PathCase const &c : cases) {
+    EXPECT_EQ(Text(function(c.first, c.second)), c.expected) << "arguments " << c.first << ", " << c.second;
+  }
+}
 
 TEST(ZnDirectoryPathsTest, CreateAbsolutePathResolvesAgainstBase) {
   PathCase const cases[] = {
@@ -39,10 +50,7 @@ TEST(ZnDirectoryPathsTest, CreateAbsolutePathResolvesAgainstBase) {
       {"", "x", "\\x"},
       {"", "..\\x", "x"},
   };
-  for (PathCase const &c : cases) {
-    EXPECT_EQ(Text(ZnDirectory::CreateAbsolutePath(c.base, c.path)), c.expected)
-        << "base " << c.base << ", path " << c.path;
-  }
+  ExpectResults(&ZnDirectory::CreateAbsolutePath, cases);
 }
 
 TEST(ZnDirectoryPathsTest, CreateRelativePathFindsTheWayInLowerCase) {
@@ -61,10 +69,7 @@ TEST(ZnDirectoryPathsTest, CreateRelativePathFindsTheWayInLowerCase) {
       {"C:\\A", "D:\\X\\", "d:\\x"},
       {"C:\\Data\\One", "C:\\Data\\Two\\File.TXT", "..\\two\\file.txt"},
   };
-  for (PathCase const &c : cases) {
-    EXPECT_EQ(Text(ZnDirectory::CreateRelativePath(c.base, c.path)), c.expected)
-        << "from " << c.base << " to " << c.path;
-  }
+  ExpectResults(&ZnDirectory::CreateRelativePath, cases);
 }
 
 TEST(ZnDirectoryPathsTest, RemoveRelativePartsFoldsRootedPaths) {

@@ -17,14 +17,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using znutil_test::Backslashed;
-using znutil_test::ReadFile;
-using znutil_test::ScratchDirectory;
-using znutil_test::WriteFile;
-
-std::string Text(ZnString const &value) { return std::string(static_cast<char const *>(value)); }
-
-ZnString LibraryPath(std::string const &systemPath) { return ZnString(Backslashed(systemPath).c_str()); }
+using namespace znutil_test;
 
 std::vector<std::string> Texts(ZnStringList const &list) {
   std::vector<std::string> texts;

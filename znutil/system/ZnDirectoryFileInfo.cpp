@@ -20,6 +20,4 @@ void ZnDirectoryFileInfo::QueryCreateTime(ZnFileTime *time) const { *time = fdFi
 
 void ZnDirectoryFileInfo::QueryModTimeAsSystemTime(ZnSystemTime *time) const { *time = fdFindData.ftLastWriteTime; }
 
-void ZnDirectoryFileInfo::QueryCreateTimeAsSystemTime(ZnSystemTime *time) const {
-  *time = fdFindData.ftCreationTime;
-}
+void ZnDirectoryFileInfo::QueryCreateTimeAsSystemTime(ZnSystemTime *time) const { *time = fdFindData.ftCreationTime; }

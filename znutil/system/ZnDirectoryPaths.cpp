@@ -33,7 +33,8 @@ ZnString ClimbedPath(ZnString const &base, ZnString const &path) {
   ZnString const *last = baseParts.Last(position);
   if (last != nullptr && *last == NULL_STRING) baseParts.DeleteLast();  // from a trailing separator
   int climbs = 0;
-  for (ZnString const *part = pathParts.First(position); part != nullptr && *part == ".."; part = pathParts.First(position)) {
+  for (ZnString const *part = pathParts.First(position); part != nullptr && *part == "..";
+       part = pathParts.First(position)) {
     pathParts.DeleteFirst();
     ++climbs;
   }
@@ -96,7 +97,7 @@ ZnString ZnDirectory::CreateRelativePath(ZnString const &from, ZnString const &t
   ZnString const fromPath = AbsoluteLowerCase(from), toPath = AbsoluteLowerCase(to);
   if (fromPath == toPath) return ZnString(".");
   if (fromPath[0] != toPath[0]) return toPath;  // no way across drives
-  int i = 2;  // behind the drive
+  int i = 2;                                    // behind the drive
   while (i < fromPath.Length() && i < toPath.Length() && fromPath[i] == toPath[i]) ++i;
   int j = i;
   bool const fromLeft = i < fromPath.Length(), toLeft = j < toPath.Length();

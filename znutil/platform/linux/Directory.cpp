@@ -71,8 +71,9 @@ int OpenCopyTarget(char const *to, bool failIfExists, struct stat const &source)
   int const flags = O_WRONLY | O_CREAT | O_CLOEXEC | (failIfExists ? O_EXCL : 0);
   int const target = open(ToSystemPath(to).c_str(), flags, source.st_mode & 07777);
   struct stat status;
-  if (target >= 0 && (fstat(target, &status) != 0 || (status.st_dev == source.st_dev && status.st_ino == source.st_ino) ||
-                      ftruncate(target, 0) != 0)) {
+  if (target >= 0 &&
+      (fstat(target, &status) != 0 || (status.st_dev == source.st_dev && status.st_ino == source.st_ino) ||
+       ftruncate(target, 0) != 0)) {
     close(target);
     return -1;
   }

@@ -29,9 +29,7 @@ class FindHandleObject final : public HandleObject {
 
  private:
   // "*.*" takes every name, also one without a dot, as on Windows.
-  bool Matches(char const *name) const {
-    return names_ == "*.*" || fnmatch(names_.c_str(), name, FNM_NOESCAPE) == 0;
-  }
+  bool Matches(char const *name) const { return names_ == "*.*" || fnmatch(names_.c_str(), name, FNM_NOESCAPE) == 0; }
 
   // False for an entry that went away since it was read.
   bool Describe(char const *name, WIN32_FIND_DATAA *data) const {
