@@ -81,6 +81,27 @@
 #include <znutil/text/ZnStringSize.h>
 #include <znutil/text/ZnStringTokenizerCallBack.h>
 
+#include <znutil/values/ZnBinary.h>
+#include <znutil/values/ZnBinaryStream.h>
+#include <znutil/values/ZnFileStream.h>
+#include <znutil/values/ZnMemoryStream.h>
+#include <znutil/values/ZnStream.h>
+#include <znutil/values/ZnStreamError.h>
+#include <znutil/values/ZnStreamException.h>
+#include <znutil/values/ZnVariant.h>
+#include <znutil/values/ZnVariantData.h>
+#include <znutil/values/ZnVdBool.h>
+#include <znutil/values/ZnVdDouble.h>
+#include <znutil/values/ZnVdFloat.h>
+#include <znutil/values/ZnVdInt.h>
+#include <znutil/values/ZnVdNumber.h>
+#include <znutil/values/ZnVdString.h>
+#include <znutil/values/ZnVdUint.h>
+#include <znutil/values/ZnVdValue.h>
+
+#include <znutil/undo/ZnAction.h>
+#include <znutil/undo/ZnActionManager.h>
+
 #include <znutil/regex/ZnRegularExpression.h>
 #include <znutil/regex/regexpr.h>
 

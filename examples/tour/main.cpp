@@ -2,6 +2,7 @@
 // and prints what it did.
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 #include <sstream>
@@ -167,6 +168,67 @@ void TourClocks() {
   std::printf("1.900 + 0.200 = %s\n", spans.str().c_str());
 }
 
+// An undoable edit of a text: appends, and restores what was there.
+class AppendAction : public ZnAction {
+ public:
+  AppendAction(ZnString &document, char const *text) : fsDocument(document), fsText(text), fsLabel("Append") {}
+  bool Execute() override {
+    fsBefore = fsDocument;
+    fsDocument << fsText;
+    return true;
+  }
+  bool Revert() override {
+    fsDocument = fsBefore;
+    return true;
+  }
+  ZnString const &Label() override { return fsLabel; }
+
+ private:
+  ZnString &fsDocument;
+  ZnString fsText, fsLabel, fsBefore;
+};
+
+void TourValues() {
+  std::printf("== Values and streams\n");
+  char const *temp = std::getenv("TMPDIR");
+  ZnString const path = ZnString(temp != nullptr ? temp : "/tmp") ^ ZnString("znutil_tour\\values.bin");
+  {
+    ZnFileStream out(path, ZnFileWrite, true);  // makes the folder if it is missing
+    out << 640 << 2.5 << ZnString("View") << true;
+  }
+  int width = 0;
+  double scale = 0;
+  ZnString name;
+  bool shown = false;
+  ZnFileStream in(path, ZnFileRead, true);
+  in >> width >> scale >> name >> shown;
+  std::printf("wrote and read back %s: %d, %g, \"%s\", %s (%d bytes on disk)\n", static_cast<char const *>(path),
+              width, scale, static_cast<char const *>(name), shown ? "true" : "false",
+              ZnStream::SizeOf(width) + ZnStream::SizeOf(scale) + ZnStream::SizeOf(name) + ZnStream::SizeOf(shown));
+  try {
+    in >> width;
+  } catch (ZnStreamException const &e) {
+    std::printf("reading past the end throws ZnStreamException with status %d\n", static_cast<int>(e.eError));
+  }
+  std::printf("ZnBinary(640) dumps as %s\n", static_cast<char const *>(ZnBinary(640).Dump(false)));
+  ZnVariant const one(1), minusOne(-1), allOnes(0xFFFFFFFFu), oneAsDouble(1.0);
+  std::printf("variants: -1 == 0xFFFFFFFFu is %d, 1 == 1.0 is %d (integers are not like floats)\n",
+              minusOne == allOnes, one == oneAsDouble);
+
+  ZnString document;
+  ZnActionManager history;
+  history.Do(new AppendAction(document, "hello"));
+  history.Do(new AppendAction(document, ", world"));
+  history.Undo();
+  ZnString label;
+  history.RedoLabel(label);
+  std::printf("after two edits and an undo: \"%s\" (%d to undo, %d to redo: \"%s\")\n",
+              static_cast<char const *>(document), history.UndoSize(), history.RedoSize(),
+              static_cast<char const *>(label));
+  history.Redo();
+  std::printf("after redo: \"%s\"\n", static_cast<char const *>(document));
+}
+
 void TourRegex() {
   std::printf("== Regular expressions\n");
   ZnRegularExpression date("([0-9]+)-([0-9]+)-([0-9]+)");
@@ -218,22 +280,21 @@ void TourPaths() {
   } const joins[] = {{"C:\\a\\b", "..\\c"}, {"C:\\a\\", ".."}, {"C:/a", "/x"}, {"C:\\a", ".\\x"}};
   for (auto const &join : joins) {
     std::printf("CreateAbsolutePath(%s, %s) = %s\n", join.base, join.path,
-                static_cast<char const *>(ZnDirectory::CreateAbsolutePath(join.base, join.path)));
+                ZnDirectory::CreateAbsolutePath(join.base, join.path).Chars());
   }
   std::printf("CreateRelativePath(c:\\a\\b\\c, C:\\A) = %s (a way up ends in a separator)\n",
-              static_cast<char const *>(ZnDirectory::CreateRelativePath("c:\\a\\b\\c", "C:\\A")));
+              ZnDirectory::CreateRelativePath("c:\\a\\b\\c", "C:\\A").Chars());
   std::printf("RemoveRelativePartsFromAbsolutePath(C:\\a\\.\\b\\..\\c\\) = %s\n",
-              static_cast<char const *>(ZnDirectory::RemoveRelativePartsFromAbsolutePath("C:\\a\\.\\b\\..\\c\\")));
+              ZnDirectory::RemoveRelativePartsFromAbsolutePath("C:\\a\\.\\b\\..\\c\\").Chars());
   ZnString const tool("C:\\tools\\App.exe");
-  std::printf("%s splits into drive %s, folder %s, base %s, extension %s\n", static_cast<char const *>(tool),
-              static_cast<char const *>(ZnGetDriveFromPath(tool)), static_cast<char const *>(ZnGetDirectoryFromPath(tool)),
-              static_cast<char const *>(ZnGetBaseFileFromPath(tool)), static_cast<char const *>(ZnGetExtensionFromPath(tool)));
+  std::printf("%s splits into drive %s, folder %s, base %s, extension %s\n", tool.Chars(),
+              ZnGetDriveFromPath(tool).Chars(), ZnGetDirectoryFromPath(tool).Chars(),
+              ZnGetBaseFileFromPath(tool).Chars(), ZnGetExtensionFromPath(tool).Chars());
 
-  std::printf("before the start, this program's name is \"%s\"\n", static_cast<char const *>(UtilityApp::AppName()));
+  std::printf("before the start, this program's name is \"%s\"\n", UtilityApp::AppName().Chars());
   UtilityAppTestAccess::Start();
-  std::printf("this program is \"%s\" in %s; the library is loaded at %p\n",
-              static_cast<char const *>(UtilityApp::AppName()), static_cast<char const *>(UtilityApp::StartupDir()),
-              UtilityApp::LibInstance());
+  std::printf("this program is \"%s\" in %s; the library is loaded at %p\n", UtilityApp::AppName().Chars(),
+              UtilityApp::StartupDir().Chars(), UtilityApp::LibInstance());
   ZnDirectory folder;
   if (folder.Open(UtilityApp::StartupDir())) {
     int folders = 0;
@@ -253,6 +314,7 @@ int main() {
   TourContainers();
   TourCollections();
   TourClocks();
+  TourValues();
   TourRegex();
   TourPaths();
   return 0;

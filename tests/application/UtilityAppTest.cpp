@@ -21,7 +21,7 @@ class UtilityAppTestAccess {
 
 namespace {
 
-std::string Text(ZnString const &value) { return std::string(static_cast<char const *>(value)); }
+std::string Text(ZnString const &value) { return value.Chars(); }
 
 std::string Backslashed(std::string path) {
   for (char &c : path) {

@@ -63,7 +63,7 @@ inline std::string Backslashed(std::string path) {
 inline ZnString LibraryPath(std::string const &systemPath) { return ZnString(Backslashed(systemPath).c_str()); }
 
 // The text of a string, for comparisons that print well.
-inline std::string Text(ZnString const &value) { return std::string(static_cast<char const *>(value)); }
+inline std::string Text(ZnString const &value) { return value.Chars(); }
 
 }  // namespace znutil_test
 

@@ -1,5 +1,6 @@
-// Folders: listing, attributes, creating, copying files and the current
-// directory, with the Windows calls' rules.
+// Folders: listing, copying files, the current directory and the system
+// directory, with the Windows calls' rules. Attributes and making one
+// folder are in File.h.
 //
 //   WIN32_FIND_DATAA entry;
 //   HANDLE search = FindFirstFileA("logs\\*.*", &entry);
@@ -11,7 +12,10 @@
 // Paths are in the library's form (see PathText.h). A listing gives every
 // entry, "." and ".." included, with FILE_ATTRIBUTE_DIRECTORY for folders;
 // the pattern "*.*" matches every name, with or without a dot. Symbolic
-// links are followed.
+// links are followed. The attribute bits: FILE_ATTRIBUTE_DIRECTORY for a
+// folder, FILE_ATTRIBUTE_HIDDEN for a name that starts with a dot (not "."
+// and ".."), FILE_ATTRIBUTE_READONLY when the owner may not write, and
+// FILE_ATTRIBUTE_NORMAL when none of these holds.
 #ifndef ZNUTIL_PLATFORM_DIRECTORY_H
 #define ZNUTIL_PLATFORM_DIRECTORY_H
 
@@ -33,13 +37,6 @@ bool FindNextFileA(HANDLE search, WIN32_FIND_DATAA *data);
 
 /// Ends a listing and frees its handle.
 bool FindClose(HANDLE search);
-
-/// The attribute bits of what `path` names (links followed), or
-/// INVALID_FILE_ATTRIBUTES.
-DWORD GetFileAttributesA(char const *path);
-
-/// Makes one folder; false if it exists or its parent does not.
-bool CreateDirectoryA(char const *path);
 
 /// Copies the bytes and the mode of a file. An existing target is replaced
 /// unless `failIfExists`; a file is never copied onto itself.

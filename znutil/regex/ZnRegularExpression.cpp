@@ -76,7 +76,7 @@ void ZnRegularExpression::Initialize() {
   iRegisterCount = 0;
   ForEachInSet(fsPattern, "(", [this](int) { ++iRegisterCount; });
   regexpr_set_syntax(kLibrarySyntax);
-  char const *error = regexpr_compile(fsPattern, fsPattern.Length(), &rbCompiled);
+  char const *error = regexpr_compile(fsPattern.Chars(), fsPattern.Length(), &rbCompiled);
   fsCompileError = error;  // null gives the empty string
   bValid = error == nullptr;
   if (!bValid) iRegisterCount = 0;
@@ -93,7 +93,7 @@ void ZnRegularExpression::Optimize() {
 
 bool ZnRegularExpression::Matches(ZnString const &text) {
   int const length = text.Length();
-  iMatchPosition = regexpr_search(&rbCompiled, text, length, 0, length, &rrRegisters);
+  iMatchPosition = regexpr_search(&rbCompiled, text.Chars(), length, 0, length, &rrRegisters);
   return iMatchPosition >= 0;
 }
 

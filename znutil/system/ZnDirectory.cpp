@@ -19,7 +19,7 @@ bool ZnDirectory::Open(ZnString const &path) {
   if (length > 0 && fsPathName[length - 1] == '\\') fsPathName.Truncate(length - 1);
   ZnString const pattern = fsPathName ^ ZnString("*.*");
   auto *entry = new ZnDirectoryFileInfo(this);
-  HANDLE const search = platform::FindFirstFileA(pattern, &entry->fdFindData);
+  HANDLE const search = platform::FindFirstFileA(pattern.Chars(), &entry->fdFindData);
   if (search == INVALID_HANDLE_VALUE) {
     delete entry;
     return false;

@@ -3,6 +3,7 @@
 #include <znutil/system/ZnDirectory.h>
 
 #include <znutil/platform/Directory.h>
+#include <znutil/platform/File.h>
 #include <znutil/platform/PathText.h>
 #include <znutil/platform/UserInterface.h>
 #include <znutil/system/ZnPathFunctions.h>
@@ -32,12 +33,12 @@ ZnString ZnDirectory::CurrentDirectory() {
   return znutil::detail::TextWithin(platform::CurrentDirectory(), kCurrentDirectoryBuffer);
 }
 
-bool ZnDirectory::SetCurrentDirectoryA(ZnString const &path) { return platform::SetCurrentDirectoryA(path); }
+bool ZnDirectory::SetCurrentDirectoryA(ZnString const &path) { return platform::SetCurrentDirectoryA(path.Chars()); }
 
 bool ZnDirectory::Exists(ZnString const &path) {
   ZnString target(path);
   StripTrailingDirChar(target);
-  return platform::GetFileAttributesA(target) != INVALID_FILE_ATTRIBUTES;
+  return platform::GetFileAttributesA(target.Chars()) != INVALID_FILE_ATTRIBUTES;
 }
 
 bool ZnDirectory::CreateFolder(ZnString const &path, ZnStringList *created) {
@@ -48,7 +49,7 @@ bool ZnDirectory::CreateFolder(ZnString const &path, ZnStringList *created) {
   for (int end = FirstFolderEnd(folder); end >= 0; end = folder.HaveCharacter('\\', end + 1)) {
     ZnString const part = folder.LeftString(end);
     if (Exists(part)) continue;
-    if (!platform::CreateDirectoryA(part)) return false;
+    if (!platform::CreateDirectoryA(part.Chars())) return false;
     if (created != nullptr) created->Add(part);
   }
   return true;
@@ -59,7 +60,7 @@ bool ZnDirectory::Copy(ZnString const &subfolder, ZnString const &sourceRoot, Zn
   if (!Exists(target) && !CreateFolder(target, nullptr)) return false;
   if (!Exists(source)) return false;
   WIN32_FIND_DATAA entry;
-  HANDLE const search = platform::FindFirstFileA(source ^ ZnString("*.*"), &entry);
+  HANDLE const search = platform::FindFirstFileA((source ^ ZnString("*.*")).Chars(), &entry);
   if (search == INVALID_HANDLE_VALUE) {
     platform::MessageBoxA(nullptr, "No files in source folder!", nullptr, MB_ICONERROR);
     return true;

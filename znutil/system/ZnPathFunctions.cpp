@@ -42,10 +42,10 @@ ZnString ZnRemoveDriveFromPath(ZnString const &path) {
   return directory + name + extension;
 }
 
-bool ZnCopyFile(ZnString const &from, ZnString const &to) { return platform::CopyFileA(from, to, false); }
+bool ZnCopyFile(ZnString const &from, ZnString const &to) { return platform::CopyFileA(from.Chars(), to.Chars(), false); }
 
 bool ZnDoesFileExist(ZnString const &path) {
-  HANDLE const file = platform::CreateFileA(path, GENERIC_READ, OPEN_EXISTING);
+  HANDLE const file = platform::CreateFileA(path.Chars(), GENERIC_READ, OPEN_EXISTING);
   if (file == INVALID_HANDLE_VALUE) return false;
   platform::CloseHandle(file);
   return true;

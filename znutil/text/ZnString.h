@@ -36,6 +36,7 @@ class ZnPointerStorageString;
 class ZnStringList;
 class ZnSystemTime;
 class ZnTime;
+class ZnVariant;
 class ZnStringTokenizerCallBack;
 
 class ZNUTIL_API ZnString {
@@ -63,6 +64,8 @@ class ZNUTIL_API ZnString {
   ZnString(float value);
   /// "%lf".
   ZnString(double value);
+  /// Shares the ref of the variant's ToString.
+  ZnString(ZnVariant const &value);
   ~ZnString() { Dereference(); }
 
   ZnString &operator=(ZnString const &other);
@@ -97,6 +100,12 @@ class ZNUTIL_API ZnString {
   operator unsigned short *();
   /// Frees the copies kept for the pointer conversions.
   void Compact() const;
+  /// The text itself, read-only and never null, valid until this value
+  /// changes: for reading without the copy the conversions make.
+  char const *Chars() const {
+    char const *text = pzsrRef->GetInternal();
+    return text != nullptr ? text : "";
+  }
 
   // Appending (<<, +=) and prepending (>>). Each changes this string.
 
@@ -309,11 +318,6 @@ class ZNUTIL_API ZnString {
   ZnString Edited(void (ZnString::*edit)()) const;
   ZnString Substring(int start, int n) const;
   bool Searchable(int start) const;
-  /// The text, never null.
-  char const *Chars() const {
-    char const *text = pzsrRef->GetInternal();
-    return text != nullptr ? text : "";
-  }
   /// Private and empty, keeping the buffer.
   void Empty();
   int FormatCalendar(char const *format, std::tm const &calendar);

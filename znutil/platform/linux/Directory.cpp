@@ -1,6 +1,7 @@
-// Folders over getcwd, chdir, mkdir and statx, and file copies over
-// read and write.
+// Folders over getcwd, chdir, mkdir and statx (the folder calls of File.h
+// among them), and file copies over read and write.
 #include <znutil/platform/Directory.h>
+#include <znutil/platform/File.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -100,13 +101,14 @@ std::string CurrentDirectory() {
 bool SetCurrentDirectoryA(char const *path) { return chdir(ToSystemPath(path).c_str()) == 0; }
 
 DWORD GetFileAttributesA(char const *path) {
+  if (path == nullptr) return INVALID_FILE_ATTRIBUTES;
   std::string const systemPath = ToSystemPath(path);
   struct statx status;
   if (!StatusAt(AT_FDCWD, systemPath.c_str(), 0, &status)) return INVALID_FILE_ATTRIBUTES;
   return AttributesOf(status, LastPart(systemPath).c_str());
 }
 
-bool CreateDirectoryA(char const *path) { return mkdir(ToSystemPath(path).c_str(), 0777) == 0; }
+bool CreateDirectoryA(char const *path) { return path != nullptr && mkdir(ToSystemPath(path).c_str(), 0777) == 0; }
 
 bool CopyFileA(char const *from, char const *to, bool failIfExists) {
   int const source = open(ToSystemPath(from).c_str(), O_RDONLY | O_CLOEXEC);
