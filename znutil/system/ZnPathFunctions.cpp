@@ -42,7 +42,9 @@ ZnString ZnRemoveDriveFromPath(ZnString const &path) {
   return directory + name + extension;
 }
 
-bool ZnCopyFile(ZnString const &from, ZnString const &to) { return platform::CopyFileA(from.Chars(), to.Chars(), false); }
+bool ZnCopyFile(ZnString const &from, ZnString const &to) {
+  return platform::CopyFileA(from.Chars(), to.Chars(), false);
+}
 
 bool ZnDoesFileExist(ZnString const &path) {
   HANDLE const file = platform::CreateFileA(path.Chars(), GENERIC_READ, OPEN_EXISTING);
