@@ -6,7 +6,10 @@
 
 #include <znutil/platform/PeFormat.h>
 #include <znutil/platform/StringTable.h>
+#include <znutil/platform/UserInterface.h>
 #include <znutil/platform/WinTypes.h>
+
+#include <znutil/application/UtilityApp.h>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>
@@ -57,11 +60,14 @@
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
 
+#include <znutil/system/ZnDirectory.h>
+#include <znutil/system/ZnDirectoryFileInfo.h>
 #include <znutil/system/ZnExeFileMapping.h>
 #include <znutil/system/ZnExeResources.h>
 #include <znutil/system/ZnFileInformation.h>
 #include <znutil/system/ZnFileTime.h>
 #include <znutil/system/ZnHPTimer.h>
+#include <znutil/system/ZnPathFunctions.h>
 #include <znutil/system/ZnStopWatch.h>
 #include <znutil/system/ZnSystemTime.h>
 #include <znutil/system/ZnTickCount.h>

@@ -11,6 +11,17 @@
 
 #include <znutil/znutil.h>
 
+// The library's start fills the application identity. Until the tour calls
+// that start, it runs the two identity steps itself through the class that
+// UtilityApp lets its tests use.
+class UtilityAppTestAccess {
+ public:
+  static void Start() {
+    UtilityApp::InitAppName();
+    UtilityApp::InitStartupDirectory();
+  }
+};
+
 namespace {
 
 void TourMemory() {
@@ -298,6 +309,38 @@ void TourImages(char const *tour) {
   std::filesystem::remove(copy);
 }
 
+void TourPaths() {
+  std::printf("== Paths and application identity\n");
+  struct {
+    char const *base, *path;
+  } const joins[] = {{"C:\\a\\b", "..\\c"}, {"C:\\a\\", ".."}, {"C:/a", "/x"}, {"C:\\a", ".\\x"}};
+  for (auto const &join : joins) {
+    std::printf("CreateAbsolutePath(%s, %s) = %s\n", join.base, join.path,
+                ZnDirectory::CreateAbsolutePath(join.base, join.path).Chars());
+  }
+  std::printf("CreateRelativePath(c:\\a\\b\\c, C:\\A) = %s (a way up ends in a separator)\n",
+              ZnDirectory::CreateRelativePath("c:\\a\\b\\c", "C:\\A").Chars());
+  std::printf("RemoveRelativePartsFromAbsolutePath(C:\\a\\.\\b\\..\\c\\) = %s\n",
+              ZnDirectory::RemoveRelativePartsFromAbsolutePath("C:\\a\\.\\b\\..\\c\\").Chars());
+  ZnString const tool("C:\\tools\\App.exe");
+  std::printf("%s splits into drive %s, folder %s, base %s, extension %s\n", tool.Chars(),
+              ZnGetDriveFromPath(tool).Chars(), ZnGetDirectoryFromPath(tool).Chars(),
+              ZnGetBaseFileFromPath(tool).Chars(), ZnGetExtensionFromPath(tool).Chars());
+
+  std::printf("before the start, this program's name is \"%s\"\n", UtilityApp::AppName().Chars());
+  UtilityAppTestAccess::Start();
+  std::printf("this program is \"%s\" in %s; the library is loaded at %p\n", UtilityApp::AppName().Chars(),
+              UtilityApp::StartupDir().Chars(), UtilityApp::LibInstance());
+  ZnDirectory folder;
+  if (folder.Open(UtilityApp::StartupDir())) {
+    int folders = 0;
+    for (ZnDirectoryFileInfo *entry = folder.First(); entry != nullptr; entry = folder.Next())
+      folders += (entry->QueryAttributes() & FILE_ATTRIBUTE_DIRECTORY) != 0 ? 1 : 0;
+    std::printf("its folder lists %d entries, %d of them folders (\".\" and \"..\" included)\n", folder.Count(),
+                folders);
+  }
+}
+
 }  // namespace
 
 int main(int, char **argv) {
@@ -310,5 +353,6 @@ int main(int, char **argv) {
   TourValues();
   TourRegex();
   TourImages(argv[0]);
+  TourPaths();
   return 0;
 }

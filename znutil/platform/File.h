@@ -21,11 +21,7 @@
 #define OPEN_EXISTING 3u
 #define OPEN_ALWAYS 4u
 #define TRUNCATE_EXISTING 5u
-#define FILE_ATTRIBUTE_READONLY 0x1u
-#define FILE_ATTRIBUTE_DIRECTORY 0x10u
-#define FILE_ATTRIBUTE_NORMAL 0x80u
 #define FILE_FLAG_SEQUENTIAL_SCAN 0x08000000u
-#define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
 #define FILE_BEGIN 0u
 #define FILE_CURRENT 1u
 #define FILE_END 2u
@@ -64,8 +60,9 @@ bool GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION *informa
 /// Closes a handle from this seam.
 ZNUTIL_API bool CloseHandle(HANDLE handle);
 
-/// FILE_ATTRIBUTE_DIRECTORY for a folder, FILE_ATTRIBUTE_NORMAL for any
-/// other entry, INVALID_FILE_ATTRIBUTES when the path names nothing.
+/// The attribute bits of what `path` names (links followed), as a directory
+/// listing gives them (see Directory.h), or INVALID_FILE_ATTRIBUTES when it
+/// names nothing.
 ZNUTIL_API DWORD GetFileAttributesA(char const *path);
 
 /// Makes one folder; its parent must exist. False if it cannot be made or

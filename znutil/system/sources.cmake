@@ -1,9 +1,14 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnDirectory.cpp
+  ZnDirectoryFileInfo.cpp
+  ZnDirectoryFolders.cpp
+  ZnDirectoryPaths.cpp
   ZnExeFileMapping.cpp
   ZnExeResources.cpp
   ZnFileInformation.cpp
   ZnFileTime.cpp
   ZnHPTimer.cpp
+  ZnPathFunctions.cpp
   ZnStopWatch.cpp
   ZnSystemTime.cpp
   ZnTickCount.cpp

@@ -6,9 +6,10 @@
 #include <string>
 
 #include <znutil/platform/File.h>
+#include <znutil/system/ZnDirectory.h>
+#include <znutil/system/ZnPathFunctions.h>
 #include <znutil/values/ZnStreamException.h>
 #include <znutil/values/internal/FileStreamBufferPool.h>
-#include <znutil/values/internal/FolderOfPath.h>
 #include <znutil/values/internal/ShareCount.h>
 #include <znutil/values/internal/StringBytes.h>
 
@@ -22,7 +23,8 @@ constexpr ZnULong kBufferSize = FileStreamBufferPool::kBufferSize;
 HANDLE OpenForStream(ZnString const &path, ZnFileMode mode) {
   // In both modes, so that a read in a missing folder makes the folder and
   // then fails to open the file. Deliberate.
-  znutil::detail::MakeFolderOfPath(path);
+  ZnString const folder = ZnGetDirectoryFromPath(path);
+  if (!ZnDirectory::Exists(folder)) ZnDirectory::CreateFolder(folder, nullptr);
   std::string const name = znutil::detail::CharactersOf(path);
   bool const reading = mode == ZnFileRead;
   return znutil::platform::CreateFileA(name.c_str(), reading ? GENERIC_READ : GENERIC_WRITE,

@@ -7,5 +7,4 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnVariant.cpp
   ZnVariantData.cpp
   internal/FileStreamBufferPool.cpp
-  internal/FolderOfPath.cpp
   internal/StringBytes.cpp)

@@ -92,15 +92,5 @@ bool CloseHandle(HANDLE handle) {
   return object != nullptr;
 }
 
-DWORD GetFileAttributesA(char const *path) {
-  struct stat status;
-  if (path == nullptr || stat(ToSystemPath(path).c_str(), &status) != 0) return INVALID_FILE_ATTRIBUTES;
-  return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
-}
-
-bool CreateDirectoryA(char const *path) {
-  return path != nullptr && mkdir(ToSystemPath(path).c_str(), 0777) == 0;
-}
-
 }  // namespace platform
 }  // namespace znutil
