@@ -49,13 +49,7 @@ TEST(ZnFileStreamTest, OpeningMakesTheFolderInBothModes) {
   EXPECT_EQ(Thrown([&] { ZnFileStream dir(Path(folder.string()), ZnFileRead, false); }), ZnStreamOpenError);
 }
 
-TEST(ZnFileStreamTest, WritingTruncates) {
-  std::string const path = IntFile(100);
-  { ZnFileStream out(Path(path), ZnFileWrite, true); out << 'a'; }
-  EXPECT_EQ(znutil_test::ReadWholeFile(path), (Bytes{'a'}));
-}
-
-TEST(ZnFileStreamTest, BufferedShortReadCopiesWhatIsThereAndStaysFailed) {
+TEST(ZnFileStreamTest, ShortReadsCopyWhatIsThereAndThrow) {
   std::string const path = znutil_test::TempFile("short");
   znutil_test::WriteWholeFile(path, Bytes{1, 2, 3});
   ZnFileStream in(Path(path), ZnFileRead, true);
@@ -69,61 +63,49 @@ TEST(ZnFileStreamTest, BufferedShortReadCopiesWhatIsThereAndStaysFailed) {
   in.SetStatus(ZnStreamOk);
   EXPECT_EQ(Thrown([&] { in.ReadBytes(1, bytes, false); }), ZnStreamOk);
   EXPECT_EQ(bytes[0], 1);
-}
 
-TEST(ZnFileStreamTest, UnbufferedShortReadSetsTheStatusAndThrows) {
-  std::string const path = znutil_test::TempFile("short");
-  znutil_test::WriteWholeFile(path, Bytes{1, 2});
-  ZnFileStream in(Path(path), ZnFileRead, false);
+  ZnFileStream unbuffered(Path(path), ZnFileRead, false);
   int value = 0;
-  EXPECT_EQ(Thrown([&] { in >> value; }), ZnStreamReadError);
-  EXPECT_EQ(in.Status(), ZnStreamReadError);
+  EXPECT_EQ(Thrown([&] { unbuffered >> value; }), ZnStreamReadError);
+  EXPECT_EQ(unbuffered.Status(), ZnStreamReadError);
+  unbuffered.Seek(-2);
+  EXPECT_EQ(Thrown([&] { unbuffered.ReadBytes(1, bytes, false); }), ZnStreamReadError);  // sticky too
+  ZnFileStream writeOnly(Path(znutil_test::TempFile("writeonly")), ZnFileWrite, false);
+  EXPECT_EQ(Thrown([&] { writeOnly >> value; }), ZnStreamReadError);  // the read call itself fails
 }
 
 TEST(ZnFileStreamTest, SeekOnABufferedReadRefillsFromTheNewPlace) {
   ZnFileStream in(Path(IntFile(5000)), ZnFileRead, true);
-  int value = -1;
-  in >> value;
-  EXPECT_EQ(value, 0);
-  in.Seek(4 * 99);  // the buffer held 512 ints; the file moves back first
-  in >> value;
-  EXPECT_EQ(value, 100);
-  in.Seek(4 * 3000);
-  in >> value;
-  EXPECT_EQ(value, 3101);
-  in.Seek(-8);
-  in >> value;
-  EXPECT_EQ(value, 3100);
+  // The buffer holds 512 ints; a seek first moves the file back to what was delivered.
+  int const steps[][2] = {{0, 0}, {4 * 99, 100}, {4 * 3000, 3101}, {-8, 3100}};
+  for (auto const &step : steps) {
+    int value = -1;
+    in.Seek(step[0]);
+    in >> value;
+    EXPECT_EQ(value, step[1]);
+  }
 }
 
-TEST(ZnFileStreamTest, SeekOnAWriteFlushesFirst) {
-  std::string const path = znutil_test::TempFile("seek");
+TEST(ZnFileStreamTest, WrappedHandleIsFlushedButLeftOpenAndSeekFlushesFirst) {
+  std::string const path = znutil_test::TempFile("wrapped");
+  HANDLE const file = znutil::platform::CreateFileA(path.c_str(), GENERIC_WRITE, CREATE_ALWAYS);
+  ASSERT_NE(file, INVALID_HANDLE_VALUE);
   {
-    ZnFileStream out(Path(path), ZnFileWrite, true);
+    ZnFileStream out(file, ZnFileWrite, true);
     out << 1 << 2;
     out.Seek(-4);
     out << 3;
   }
-  EXPECT_EQ(znutil_test::ReadWholeFile(path), (Bytes{1, 0, 0, 0, 3, 0, 0, 0}));
-}
-
-TEST(ZnFileStreamTest, WrappedHandleIsFlushedButLeftOpen) {
-  std::string const path = znutil_test::TempFile("wrapped");
-  HANDLE const file = znutil::platform::CreateFileA(path.c_str(), GENERIC_WRITE, CREATE_ALWAYS);
-  ASSERT_NE(file, INVALID_HANDLE_VALUE);
-  { ZnFileStream out(file, ZnFileWrite, true); out << 'a'; }
   DWORD written = 0;
   EXPECT_TRUE(znutil::platform::WriteFile(file, "b", 1, &written));
   EXPECT_TRUE(znutil::platform::CloseHandle(file));
-  EXPECT_EQ(znutil_test::ReadWholeFile(path), (Bytes{'a', 'b'}));
+  EXPECT_EQ(znutil_test::ReadWholeFile(path), (Bytes{1, 0, 0, 0, 3, 0, 0, 0, 'b'}));
 }
 
 TEST(ZnFileStreamTest, WriteFailuresThrowAndFlushThrowsAPlainStatus) {
-  // Every write to /dev/full fails for want of space.
+  // Every write to /dev/full fails. A full buffer that cannot go out throws
+  // at once, and the flush failure of the destructor that follows is dropped.
   EXPECT_EQ(Thrown([] { ZnFileStream out(ZnString("/dev/full"), ZnFileWrite, false); out << 1; }), ZnStreamWriteError);
-  // A full buffer that cannot go out throws at once; the stream is then
-  // destroyed while that exception is in flight, and its flush failure is
-  // dropped.
   EXPECT_EQ(Thrown([] {
               ZnFileStream out(ZnString("/dev/full"), ZnFileWrite, true);
               std::vector<char> const bytes(3000);
@@ -134,42 +116,16 @@ TEST(ZnFileStreamTest, WriteFailuresThrowAndFlushThrowsAPlainStatus) {
   auto *pending = new ZnFileStream(ZnString("/dev/full"), ZnFileWrite, true);
   *pending << 1;
   EXPECT_THROW(pending->Flush(), ZnStreamError);
-  // The bytes still wait, so destruction throws the same plain status but
-  // releases the handle and the buffer all the same.
+  // The bytes still wait: destruction throws the same, but releases all.
   std::size_t const idle = FileStreamBufferPool::IdleCount();
   EXPECT_THROW(delete pending, ZnStreamError);
   EXPECT_EQ(FileStreamBufferPool::IdleCount(), idle + 1);
 }
 
-TEST(ZnFileStreamTest, FailedReadCallThrows) {
-  std::string const path = znutil_test::TempFile("writeonly");
-  ZnFileStream out(Path(path), ZnFileWrite, false);
-  char byte = 0;
-  EXPECT_EQ(Thrown([&] { out >> byte; }), ZnStreamReadError);
-}
-
-TEST(ZnFileStreamTest, BuffersComeBackToThePoolAndAreReused) {
-  std::string const path = IntFile(1);
-  FileStreamBufferPool::Give(FileStreamBufferPool::Take());  // at least one idle
-  std::size_t const idle = FileStreamBufferPool::IdleCount();
+TEST(ZnFileStreamTest, WritingTruncatesAndCopiesShareTheHandleAndBuffer) {
+  std::string const path = IntFile(100);
   char *const front = FileStreamBufferPool::Take();
   FileStreamBufferPool::Give(front);
-  {
-    ZnFileStream unbuffered(Path(path), ZnFileRead, false);
-    EXPECT_EQ(FileStreamBufferPool::IdleCount(), idle);
-    ZnFileStream in(Path(path), ZnFileRead, true);
-    EXPECT_EQ(FileStreamBufferPool::IdleCount(), idle - 1);
-  }
-  EXPECT_EQ(FileStreamBufferPool::IdleCount(), idle);
-  // The stream took the front buffer and gave it back to the front.
-  char *const next = FileStreamBufferPool::Take();
-  EXPECT_EQ(next, front);
-  FileStreamBufferPool::Give(next);
-}
-
-TEST(ZnFileStreamTest, CopiesShareTheHandleAndReleaseItOnce) {
-  std::string const path = znutil_test::TempFile("copies");
-  FileStreamBufferPool::Give(FileStreamBufferPool::Take());  // at least one idle
   std::size_t const idle = FileStreamBufferPool::IdleCount();
   {
     auto *original = new ZnFileStream(Path(path), ZnFileWrite, true);
@@ -177,6 +133,7 @@ TEST(ZnFileStreamTest, CopiesShareTheHandleAndReleaseItOnce) {
     original->Flush();
     ZnFileStream copy(*original);
     ZnFileStream assigned(Path(znutil_test::TempFile("other")), ZnFileWrite, false);
+    EXPECT_EQ(FileStreamBufferPool::IdleCount(), idle - 1);  // one buffer taken, none for the unbuffered
     assigned = copy;
     delete original;
     copy << 2;
@@ -184,7 +141,11 @@ TEST(ZnFileStreamTest, CopiesShareTheHandleAndReleaseItOnce) {
     assigned << 3;
   }
   EXPECT_EQ(znutil_test::ReadWholeFile(path), (Bytes{1, 0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0}));
+  // The shared buffer went back once, to the front of the pool.
   EXPECT_EQ(FileStreamBufferPool::IdleCount(), idle);
+  char *const next = FileStreamBufferPool::Take();
+  EXPECT_EQ(next, front);
+  FileStreamBufferPool::Give(next);
 }
 
 }  // namespace
