@@ -15,6 +15,8 @@ TEST(ZnStackTest, LimitedStackRefusesWhenFullAndPopsTheLatest) {
   EXPECT_TRUE(stack.IsFull());
   EXPECT_FALSE(stack.Push(&items[2]));
   EXPECT_EQ(stack.Size(), 2);
+  ZnListContext top;
+  EXPECT_EQ(stack.GetFirst(top), &items[1]) << "the head of the list is the top";
   EXPECT_EQ(stack.Pop(), &items[1]);
   EXPECT_FALSE(stack.IsFull());
   EXPECT_EQ(stack.Pop(), &items[0]);
@@ -22,14 +24,13 @@ TEST(ZnStackTest, LimitedStackRefusesWhenFullAndPopsTheLatest) {
   EXPECT_TRUE(stack.IsEmpty());
 }
 
-TEST(ZnStackTest, HeadOfTheListIsTheTop) {
-  ZnStack stack;
-  EXPECT_EQ(stack.GetMaxSize(), -1);
-  for (int *item = items; item != items + 3; ++item) EXPECT_TRUE(stack.Push(item));
-  EXPECT_FALSE(stack.IsFull()) << "no limit";
-  ZnListContext position;
-  EXPECT_EQ(stack.GetFirst(position), &items[2]);
-
+TEST(ZnStackTest, NegativeLimitsMeanNoLimitAndZeroMeansFull) {
+  for (int limit : {-1, -7}) {
+    ZnStack stack(limit);
+    for (int *item = items; item != items + 3; ++item) EXPECT_TRUE(stack.Push(item));
+    EXPECT_FALSE(stack.IsFull()) << limit;
+  }
+  EXPECT_EQ(ZnStack().GetMaxSize(), -1);
   ZnStack none(0);
   EXPECT_TRUE(none.IsFull());
   EXPECT_FALSE(none.Push(&items[0]));
