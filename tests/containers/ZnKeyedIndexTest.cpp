@@ -38,35 +38,24 @@ class ZnKeyedIndexTest : public ::testing::Test {
 using IndexTypes = ::testing::Types<ZnIndex, ZnIndex64, ZnDictionary, ZnUuidIndex>;
 TYPED_TEST_SUITE(ZnKeyedIndexTest, IndexTypes);
 
-TYPED_TEST(ZnKeyedIndexTest, AddKeepsReplaceOverwritesDeleteRemoves) {
+TYPED_TEST(ZnKeyedIndexTest, LookupsSurviveGrowthAndAWalk) {
   auto &index = this->index;
   int *const values = this->values;
-  EXPECT_EQ(index.Add(this->Key(1), &values[1]), nullptr);
+  index.MakeDynamic(75);
+  for (int n = 0; n < 100; ++n) EXPECT_EQ(index.Add(this->Key(n), &values[n]), nullptr);
   EXPECT_EQ(index.Add(this->Key(1), &values[2]), &values[1]) << "Add keeps the first value";
-  EXPECT_EQ(index.Find(this->Key(1)), &values[1]);
-  EXPECT_EQ(index.Find(this->Key(2)), nullptr);
-  EXPECT_EQ(index.Replace(this->Key(3), &values[3]), nullptr);
-  EXPECT_EQ(CountOf(index), 2) << "Replace adds an absent key";
+  for (int n = 0; n < 100; n += 2) EXPECT_EQ(index.Delete(this->Key(n)), &values[n]);
+  EXPECT_EQ(index.Delete(this->Key(0)), nullptr) << "a second Delete finds nothing";
+  for (int n = 0; n < 100; ++n) EXPECT_EQ(index.Find(this->Key(n)), n % 2 ? &values[n] : nullptr);
   EXPECT_EQ(index.Replace(this->Key(3), &values[4]), &values[3]);
   EXPECT_EQ(index.Find(this->Key(3)), &values[4]);
-  EXPECT_EQ(CountOf(index), 2);
-  index.Add(this->Key(0), &values[0]);
+  EXPECT_EQ(index.Replace(this->Key(0), &values[0]), nullptr);
+  EXPECT_EQ(CountOf(index), 51) << "Replace adds an absent key";
   EXPECT_EQ(index.Find(this->Key(0)), &values[0]) << "key 0 is like any other";
-  EXPECT_EQ(index.Delete(this->Key(0)), &values[0]);
-  EXPECT_EQ(index.Delete(this->Key(0)), nullptr);
-  EXPECT_EQ(index.Find(this->Key(0)), nullptr);
-}
-
-TYPED_TEST(ZnKeyedIndexTest, ManyKeysSurviveGrowthAndAWalk) {
-  this->index.MakeDynamic(75);
-  for (int n = 0; n < 100; ++n) EXPECT_EQ(this->index.Add(this->Key(n), &this->values[n]), nullptr);
-  for (int n = 0; n < 100; n += 2) EXPECT_EQ(this->index.Delete(this->Key(n)), &this->values[n]);
-  for (int n = 0; n < 100; ++n) EXPECT_EQ(this->index.Find(this->Key(n)), n % 2 ? &this->values[n] : nullptr);
   std::set<void *> walked;
   ZnListContext position;
-  for (void *value = this->index.GetFirst(position); value != nullptr; value = this->index.GetNext(position))
-    walked.insert(value);
-  EXPECT_EQ(walked.size(), 50u);
+  for (void *value = index.GetFirst(position); value != nullptr; value = index.GetNext(position)) walked.insert(value);
+  EXPECT_EQ(walked.size(), 51u);
 }
 
 TEST(ZnDictionaryTest, CaseInsensitiveModeStoresLowerCaseKeysAndSwitchesOnlyWhileEmpty) {
@@ -95,16 +84,12 @@ TEST(ZnDictionaryTest, CaseInsensitiveModeStoresLowerCaseKeysAndSwitchesOnlyWhil
   EXPECT_EQ(copy.Find(ZnString("MIXED")), &value) << "Copy takes the mode too";
 }
 
-TEST(ZnUuidTest, NewIdentifiersAreRandomVersionFour) {
+TEST(ZnUuidTest, NewIdentifiersDifferAndNullIsZero) {
   ZnUuid first, second;
   EXPECT_NE(first, second);
   EXPECT_TRUE(first != NULL_UUID);
-  EXPECT_EQ(first.wData3 >> 12, 4);
-  EXPECT_EQ(first.abData4[0] & 0xC0, 0x80);
   ZnUuid copy(first);
   EXPECT_EQ(copy, first);
-  copy.Create();
-  EXPECT_NE(copy, first);
   copy = NULL_UUID;
   EXPECT_TRUE(copy == NULL_UUID);
   EXPECT_TRUE(ZnUuid(NULL_UUID) == NULL_UUID);

@@ -15,19 +15,14 @@ class CountedData : public ZnListContextData {
 };
 
 TEST(ZnListContextTest, ComparisonsLookAtTheDataOnly) {
-  ZnListContext none, null(NULL_CONTEXT), at(&marker), keyed(&marker);
-  EXPECT_TRUE(none == NULL_CONTEXT);
-  EXPECT_TRUE(null == NULL_CONTEXT);
-  EXPECT_EQ(null.Key(), nullptr);
-  EXPECT_EQ(null.OwnedData(), nullptr);
-  EXPECT_TRUE(at != NULL_CONTEXT);
-  EXPECT_TRUE(at == &marker);
+  ZnListContext null(NULL_CONTEXT), at(&marker), keyed(&marker);
+  EXPECT_TRUE(ZnListContext() == NULL_CONTEXT);
+  EXPECT_TRUE(null == NULL_CONTEXT && null.Key() == nullptr && null.OwnedData() == nullptr);
+  EXPECT_TRUE(at != NULL_CONTEXT && at == &marker);
   keyed.SetKey(&destroyed);
-  EXPECT_TRUE(keyed == at) << "the key does not count";
-  EXPECT_FALSE(keyed != at);
+  EXPECT_TRUE(keyed == at && !(keyed != at)) << "the key does not count";
   keyed.SetData(nullptr);
-  EXPECT_TRUE(keyed == none);
-  EXPECT_TRUE(keyed != &marker);
+  EXPECT_TRUE(keyed == null && keyed != &marker);
 }
 
 TEST(ZnListContextTest, OwnedDataIsSharedByCopiesAndDestroyedWithTheLastOne) {

