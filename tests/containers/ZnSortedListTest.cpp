@@ -13,11 +13,12 @@ class Keyed : public ZnSortedListItem {
   ZnString fsKey;
 };
 
-std::string Order(ZnSortedList const &list, Keyed const *base) {
+// The walk as indexes into items, e.g. "102".
+std::string Order(ZnSortedList const &list, Keyed const *items) {
   std::string order;
   ZnListContext position;
   for (void *item = list.GetFirst(position); item != nullptr; item = list.GetNext(position)) {
-    order += static_cast<char>('0' + (static_cast<Keyed *>(item) - base));
+    order += static_cast<char>('0' + (static_cast<Keyed *>(item) - items));
   }
   return order;
 }
@@ -41,9 +42,7 @@ TEST(ZnSortedListTest, NullItemsGoToTheEndAndEndTheSearch) {
   ZnSortedList list;
   list.Add(&items[0]);
   static_cast<ZnDblList &>(list).Append(nullptr);
-  list.Add(&items[1]);
-  list.Add(&items[2]);
-  list.Add(&items[3]);
+  for (Keyed *item = items + 1; item != items + 4; ++item) list.Add(item);
   EXPECT_EQ(list.GetCount(), 5);
   EXPECT_EQ(Order(list, items), "20") << "the walk stops at the null";
   ZnListContext position;

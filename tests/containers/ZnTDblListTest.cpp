@@ -33,31 +33,20 @@ inline void ZnTListItemDestroy<SelfDeleting>::DestroyTypedItem(SelfDeleting *ite
 
 namespace {
 
-class PickEven : public ZnListItemFilter {
+class Callbacks : public ZnListItemFilter, public ZnListItemDestroy {
  public:
   bool FilterItem(void *item) override { return static_cast<Tracked *>(item)->value % 2 == 0; }
+  void DestroyItem(void *item) override { delete static_cast<Tracked *>(item); }
 };
 
-class DeleteAll : public ZnListItemDestroy {
- public:
-  void DestroyItem(void *item) override {
-    ++calls;
-    delete static_cast<Tracked *>(item);
-  }
-  int calls = 0;
-};
-
+// Resets the counters, then adds count new items.
 void Fill(ZnTDblList<Tracked> &list, int count) {
+  live = deleted = 0;
   for (int i = 0; i < count; ++i) list.Add(new Tracked(i));
 }
 
-void Reset() {
-  live = 0;
-  deleted = 0;
-}
-
 TEST(ZnTDblListTest, OwningDeletesDeleteTheItemAndReturnNull) {
-  Reset();
+  EXPECT_FALSE(ZnTDblList<Tracked>().IsOwner());
   ZnTDblList<Tracked> list(true);
   EXPECT_TRUE(list.IsOwner());
   Fill(list, 4);
@@ -71,7 +60,7 @@ TEST(ZnTDblListTest, OwningDeletesDeleteTheItemAndReturnNull) {
 
   list.RevokeOwnership();
   Tracked *alive = list.DeleteFirstItem();
-  ASSERT_NE(alive, nullptr);
+  ASSERT_NE(alive, nullptr) << "a list that is not the owner hands the item back";
   EXPECT_EQ(alive->value, 2);
   EXPECT_EQ(live, 1);
   delete alive;
@@ -79,18 +68,8 @@ TEST(ZnTDblListTest, OwningDeletesDeleteTheItemAndReturnNull) {
   EXPECT_EQ(list.DeleteFirstItem(), nullptr) << "an empty list gives null";
 }
 
-TEST(ZnTDblListTest, NonOwningDeletesReturnTheItem) {
-  Reset();
-  ZnTDblList<Tracked> list;
-  EXPECT_FALSE(list.IsOwner());
-  Tracked a(1);
-  list.Append(&a);
-  EXPECT_EQ(list.DeleteFirstItem(), &a);
-  EXPECT_EQ(deleted, 0);
-}
-
-TEST(ZnTDblListTest, OwningClearAndDestructorDeleteNoItem) {
-  Reset();
+TEST(ZnTDblListTest, OwningClearAndDestructorDeleteNoItemUnlessTheTypeSaysSo) {
+  live = deleted = 0;
   Tracked a(1), b(2);
   {
     ZnTDblList<Tracked> list(true);
@@ -100,27 +79,21 @@ TEST(ZnTDblListTest, OwningClearAndDestructorDeleteNoItem) {
     list.Append(&b);
   }
   EXPECT_EQ(deleted, 0) << "Clear() and the destructor free nodes only";
-}
-
-TEST(ZnTDblListTest, ClearWithADestroyerHandsItEveryItem) {
-  for (bool owner : {false, true}) {
-    Reset();
-    ZnTDblList<Tracked> list(owner);
-    Fill(list, 3);
-    DeleteAll destroyer;
-    list.Clear(destroyer);
-    EXPECT_EQ(destroyer.calls, 3);
-    EXPECT_EQ(live, 0);
-    EXPECT_EQ(list.GetCount(), 0);
+  {
+    ZnTDblList<SelfDeleting> list(true);
+    list.Append(new SelfDeleting(1));
+    list.Clear();
+    EXPECT_EQ(deleted, 1) << "a specialised destroy makes an owning Clear delete";
+    list.Append(new SelfDeleting(2));
   }
+  EXPECT_EQ(deleted, 2) << "the destructor clears the same way";
 }
 
-TEST(ZnTDblListTest, OwningFilterDestroysEachFilteredItemExactlyOnce) {
-  Reset();
+TEST(ZnTDblListTest, FilterDestroysEachPickedItemExactlyOnceWhenOwning) {
   ZnTDblList<Tracked> list(true);
   Fill(list, 6);
-  PickEven even;
-  list.Clear(even);
+  Callbacks even;
+  list.Clear(static_cast<ZnListItemFilter &>(even));
   EXPECT_EQ(deleted, 3);
   EXPECT_EQ(live, 3);
   EXPECT_TRUE(list.IsOwner()) << "ownership is back after the clear";
@@ -129,66 +102,20 @@ TEST(ZnTDblListTest, OwningFilterDestroysEachFilteredItemExactlyOnce) {
   for (Tracked *item = list.First(position); item != nullptr; item = list.Next(position), expected += 2) {
     EXPECT_EQ(item->value, expected);
   }
-  DeleteAll destroyer;
-  list.Clear(destroyer);
-  EXPECT_EQ(live, 0);
-}
+  list.Clear(static_cast<ZnListItemDestroy &>(even));
+  EXPECT_EQ(live, 0) << "an owning Clear hands a destroyer every item";
 
-TEST(ZnTDblListTest, NonOwningFilterOnlyUnlinks) {
-  Reset();
-  Tracked items[] = {Tracked(0), Tracked(1), Tracked(2)};
-  ZnTDblList<Tracked> list;
-  for (Tracked &item : items) list.Append(&item);
-  PickEven even;
-  list.Clear(even);
-  EXPECT_EQ(deleted, 0);
-  EXPECT_EQ(list.GetCount(), 1);
-  ZnListContext position;
-  EXPECT_EQ(list.Last(position), &items[1]);
-}
-
-TEST(ZnTDblListTest, TypedFunctorsForwardToTheirInnerOne) {
-  Reset();
-  Tracked item(2);
-  ZnTListItemFilter<Tracked> none;
-  EXPECT_FALSE(none.FilterItem(&item));
-  PickEven even;
-  ZnTListItemFilter<Tracked> wrapped(&even);
-  Tracked *odd = new Tracked(1);
-  EXPECT_FALSE(wrapped.FilterItem(odd));
-  EXPECT_EQ(deleted, 0);
-  delete odd;
-  EXPECT_TRUE(wrapped.FilterItem(new Tracked(4)));
-  EXPECT_EQ(deleted, 2) << "what the inner filter picks is deleted";
-  ZnTListItemDestroy<Tracked> nothing;
-  nothing.DestroyItem(&item);
-  EXPECT_EQ(item.value, 2);
-}
-
-TEST(ZnTDblListTest, SpecialisedDestroyMakesAnOwningClearDelete) {
-  Reset();
-  {
-    ZnTDblList<SelfDeleting> list(true);
-    list.Append(new SelfDeleting(1));
-    list.Clear();
-    EXPECT_EQ(live, 0);
-    list.Append(new SelfDeleting(2));
-  }
-  EXPECT_EQ(live, 0) << "the destructor clears the same way";
-}
-
-TEST(ZnTDblListTest, TypedWalkAndInsert) {
-  Tracked a(0), b(1), c(2);
-  ZnTDblList<Tracked> list;
-  list.Append(&c);
-  list.Prepend(&a);
-  ZnListContext position;
-  list.First(position);
-  list.Insert(&b, ZnDblList::After, position);
-  EXPECT_EQ(list.Next(position), &b);
-  EXPECT_EQ(list.Prev(position), &a);
-  EXPECT_EQ(list.Last(position), &c);
-  EXPECT_EQ(list.Current(position), &c);
+  Tracked kept[] = {Tracked(0), Tracked(1), Tracked(2)};
+  ZnTDblList<Tracked> plain;
+  plain.Append(&kept[2]);
+  plain.Prepend(&kept[0]);
+  plain.First(position);
+  plain.Insert(&kept[1], ZnDblList::After, position);
+  plain.Clear(static_cast<ZnListItemFilter &>(even));
+  EXPECT_EQ(deleted, 6) << "a list that is not the owner only unlinks";
+  EXPECT_EQ(plain.Last(position), &kept[1]);
+  EXPECT_EQ(plain.Prev(position), nullptr);
+  EXPECT_FALSE(ZnTListItemFilter<Tracked>().FilterItem(&kept[0])) << "a typed filter without inner picks nothing";
 }
 
 }  // namespace

@@ -23,37 +23,28 @@ std::string Keys(ZnTStringKeyOrderedList<Path> &list) {
   return keys;
 }
 
-TEST(ZnTStringKeyOrderedListTest, KeysOrderCaseSensitively) {
+TEST(ZnTStringKeyOrderedListTest, KeysOrderCaseSensitivelyAndSearchWithoutAnItem) {
   Path items[] = {Path("tools"), Path("Bin"), Path("bin"), Path("apps")};
+  Path twin("bin"), replacement("apps");
   ZnTStringKeyOrderedList<Path> list;
   for (Path &item : items) EXPECT_TRUE(list.Add(&item));
-  Path twin("bin");
   EXPECT_FALSE(list.Add(&twin));
   EXPECT_EQ(Keys(list), "Bin apps bin tools ");
-}
 
-TEST(ZnTStringKeyOrderedListTest, SearchAndDeleteByKeyAlone) {
-  Path items[] = {Path("a"), Path("b"), Path("c")};
-  ZnTStringKeyOrderedList<Path> list;
-  for (Path &item : items) list.Add(&item);
   ZnListContext position;
-  EXPECT_EQ(list.Find(ZnString("b"), position), &items[1]);
-  EXPECT_EQ(list.Next(position), &items[2]);
-  EXPECT_EQ(list.Find(ZnString("B"), position), nullptr);
+  EXPECT_EQ(list.Find(ZnString("bin"), position), &items[2]);
+  EXPECT_EQ(list.Next(position), &items[0]);
+  EXPECT_EQ(list.Find(ZnString("BIN"), position), nullptr);
   EXPECT_EQ(position.OwnedData(), nullptr);
+  EXPECT_EQ(list.Find(&twin, position), &items[2]);
+  EXPECT_EQ(list.Prev(position), &items[3]);
 
-  Path probe("a");
-  EXPECT_EQ(list.Find(&probe, position), &items[0]);
-  EXPECT_EQ(list.Prev(position), nullptr);
-
-  EXPECT_TRUE(list.Delete(ZnString("b")));
-  EXPECT_FALSE(list.Delete(ZnString("b")));
-  EXPECT_TRUE(list.Delete(&probe));
-  EXPECT_EQ(Keys(list), "c ");
-
-  Path replacement("c");
+  EXPECT_TRUE(list.Delete(ZnString("bin")));
+  EXPECT_FALSE(list.Delete(ZnString("bin")));
+  EXPECT_TRUE(list.Delete(&items[0]));
   EXPECT_TRUE(list.Replace(&replacement));
-  EXPECT_EQ(list.Find(ZnString("c"), position), &replacement);
+  EXPECT_EQ(list.Find(ZnString("apps"), position), &replacement);
+  EXPECT_EQ(Keys(list), "Bin apps ");
 }
 
 }  // namespace
