@@ -88,6 +88,8 @@ TEST(ZnUuidTest, NewIdentifiersDifferAndNullIsZero) {
   ZnUuid first, second;
   EXPECT_NE(first, second);
   EXPECT_TRUE(first != NULL_UUID);
+  EXPECT_EQ(first.wData3 >> 12, 4) << "random identifiers are version 4";
+  EXPECT_EQ(first.abData4[0] & 0xC0, 0x80) << "of the RFC 4122 variant";
   ZnUuid copy(first);
   EXPECT_EQ(copy, first);
   copy = NULL_UUID;
