@@ -17,8 +17,10 @@
 #include <znutil/system/ZnVersionResource.h>
 
 #include "ImageBuilder.h"
+#include "ScratchDirectory.h"
 
 using namespace imagetest;
+using znutil_test::ScratchDirectory;
 
 namespace {
 
@@ -88,18 +90,18 @@ bool Exercise(std::string const &path) {
 }
 
 TEST(DamagedImageTest, EveryTruncationIsSafe) {
-  TempDirectory folder;
+  ScratchDirectory folder;
   Bytes const sample = ReadBytes(SampleImagePath());
   int guarded = 0;
   for (std::size_t size = 0; size <= sample.size(); ++size) {
-    guarded += Exercise(folder.Write("cut.exe", Bytes(sample.begin(), sample.begin() + size)));
+    guarded += Exercise(WriteBytes(folder / "cut.exe", Bytes(sample.begin(), sample.begin() + size)));
     if (HasFailure()) FAIL() << "cut to " << size << " bytes";
   }
   EXPECT_GT(guarded, static_cast<int>(sample.size() / 2));
 }
 
 TEST(DamagedImageTest, RandomlyCorruptedImagesAreSafe) {
-  TempDirectory folder;
+  ScratchDirectory folder;
   Bytes const sample = ReadBytes(SampleImagePath());
   std::mt19937 random(20240611);
   int guarded = 0;
@@ -116,7 +118,7 @@ TEST(DamagedImageTest, RandomlyCorruptedImagesAreSafe) {
       bytes[at] = below(2) == 0 ? static_cast<unsigned char>(below(256)) : bytes[at] ^ (1u << below(8));
     }
     if (below(8) == 0) bytes.resize(below(bytes.size()) + 1);
-    guarded += Exercise(folder.Write("corrupt.exe", bytes));
+    guarded += Exercise(WriteBytes(folder / "corrupt.exe", bytes));
     if (HasFailure()) FAIL() << "round " << round;
   }
   EXPECT_GT(guarded, 1500);
@@ -137,11 +139,11 @@ TEST(DamagedImageTest, HostileHeaderValuesGiveNull) {
       {"directory count of 2", kSignatureOffset + 24 + 92, 2, true, true, false},
       {"resource section of 4 GB", kSectionTableOffset + 40 + 16, 0xFFFFFFFF, true, true, true},
   };
-  TempDirectory folder;
+  ScratchDirectory folder;
   for (Damage const &damage : damages) {
     Image built = BuildImage({{16, 1, 0x409, Serialize(TypicalVersionInfo())}}, ImageOptions{0, ".rsrc", 16, 4096});
     PutDword(built.bytes, damage.offset, damage.value);
-    ZnExeResources image(folder.Write("hostile.exe", built.bytes).c_str());
+    ZnExeResources image(WriteBytes(folder / "hostile.exe", built.bytes).c_str());
     ASSERT_TRUE(image.IsOpen()) << damage.what;
     EXPECT_EQ(damage.signature, image.NTSignatureAddress() != nullptr) << damage.what;
     EXPECT_EQ(damage.sections, image.SectionHeaderAddress() != nullptr) << damage.what;
@@ -158,10 +160,10 @@ TEST(DamagedImageTest, VersionLengthsBeyondTheFileStopAtItsEnd) {
   std::size_t const stringFileInfo = 92, table = stringFileInfo + 36;
   PutWord(block, stringFileInfo, 0xFFFF);
   PutWord(block, table, 0xFFFF);
-  TempDirectory folder;
+  ScratchDirectory folder;
   Image const built = BuildImage({{16, 1, 0x409, block}}, ImageOptions{0, ".rsrc", 16, 4096});
   ASSERT_EQ(4096u, built.bytes.size());
-  std::string const path = folder.Write("long.exe", built.bytes);
+  std::string const path = WriteBytes(folder / "long.exe", built.bytes);
   PageHole const hole;
   ZnExeResources image(path.c_str());
   ASSERT_EQ(hole.Hole(), image.Address()) << "the view could not be placed before a guard page";

@@ -1,11 +1,11 @@
 #include "ImageBuilder.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <random>
 #include <stdexcept>
 
 namespace imagetest {
@@ -218,38 +218,18 @@ Image BuildImage(std::vector<Resource> const &resources, ImageOptions const &opt
   return image;
 }
 
-Bytes ReadBytes(std::filesystem::path const &path) {
+Bytes ReadBytes(std::string const &path) {
   std::ifstream in(path, std::ios::binary);
   return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-void WriteBytes(std::filesystem::path const &path, Bytes const &bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(reinterpret_cast<char const *>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+std::string WriteBytes(std::string const &path, Bytes const &bytes) {
+  std::remove(path.c_str());
+  std::ofstream(path, std::ios::binary).write(reinterpret_cast<char const *>(bytes.data()), bytes.size());
+  return path;
 }
 
-std::filesystem::path SampleImagePath() { return std::filesystem::path(ZNUTIL_TEST_IMAGES_DIR) / "sample.exe"; }
-
-TempDirectory::TempDirectory() {
-  std::random_device random;
-  path_ =
-      std::filesystem::temp_directory_path() / ("znutil-images-" + std::to_string(random()) + std::to_string(random()));
-  std::filesystem::create_directories(path_);
-}
-
-TempDirectory::~TempDirectory() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
-
-std::string TempDirectory::Write(std::string const &name, Bytes const &bytes) const {
-  std::filesystem::path const path = path_ / name;
-  // A new file rather than a truncated one: some file systems flush a file
-  // that is truncated and written again when it is closed.
-  std::filesystem::remove(path);
-  WriteBytes(path, bytes);
-  return path.string();
-}
+std::string SampleImagePath() { return ZNUTIL_TEST_IMAGES_DIR "/sample.exe"; }
 
 std::size_t FindFixedInfo(Bytes const &bytes) {
   for (std::size_t at = 0; at + 4 <= bytes.size(); at += 4)

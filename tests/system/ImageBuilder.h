@@ -1,11 +1,10 @@
 // Test helpers: 32-bit PE images and version resources built byte by byte,
-// temporary files, and the committed sample image.
+// and the committed sample image.
 #ifndef ZNUTIL_TESTS_SYSTEM_IMAGEBUILDER_H
 #define ZNUTIL_TESTS_SYSTEM_IMAGEBUILDER_H
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -41,15 +40,12 @@ VersionNode VarFileInfo();
 // VS_VERSION_INFO with a fixed part holding the four version words.
 VersionNode VersionInfo(std::uint32_t fileMS, std::uint32_t fileLS, std::uint32_t productMS, std::uint32_t productLS,
                         std::vector<VersionNode> children);
-
-// A typical block: version 2.13.0.7, product 2.13.0.0, an English table
-// with CompanyName, ProductName and an empty Comments entry.
+// Version 2.13.0.7, product 2.13.0.0, an English table with CompanyName,
+// ProductName and an empty Comments entry.
 VersionNode TypicalVersionInfo();
 
 struct Resource {
-  std::uint16_t type;
-  std::uint16_t id;
-  std::uint16_t language;
+  std::uint16_t type, id, language;
   Bytes data;
 };
 
@@ -65,33 +61,17 @@ struct ImageOptions {
 
 struct Image {
   Bytes bytes;
-  // File offsets of each resource's data, in the order given.
-  std::vector<std::size_t> dataOffsets;
-  // File offset of the first numbered entry of the root directory.
-  std::size_t rootIdEntries = 0;
+  std::vector<std::size_t> dataOffsets;  // file offset of each resource's data
+  std::size_t rootIdEntries = 0;         // file offset of the first numbered root entry
 };
 
 Image BuildImage(std::vector<Resource> const &resources, ImageOptions const &options = {});
 
-// Files.
-Bytes ReadBytes(std::filesystem::path const &path);
-void WriteBytes(std::filesystem::path const &path, Bytes const &bytes);
-std::filesystem::path SampleImagePath();
-
-// A fresh folder under the temporary directory, removed with its contents.
-class TempDirectory {
- public:
-  TempDirectory();
-  ~TempDirectory();
-  TempDirectory(TempDirectory const &) = delete;
-  TempDirectory &operator=(TempDirectory const &) = delete;
-  std::filesystem::path const &Path() const { return path_; }
-  // Writes `bytes` to a file of that name in the folder and returns its path.
-  std::string Write(std::string const &name, Bytes const &bytes) const;
-
- private:
-  std::filesystem::path path_;
-};
+Bytes ReadBytes(std::string const &path);
+// Writes a new file, rather than truncating an old one (which some file
+// systems flush when it is closed), and returns its path.
+std::string WriteBytes(std::string const &path, Bytes const &bytes);
+std::string SampleImagePath();
 
 // Offset of the first 4-aligned 0xFEEF04BD, the signature of the fixed
 // version information; npos when there is none.
