@@ -12,11 +12,13 @@ namespace imagetest {
 
 using Bytes = std::vector<unsigned char>;
 
-// Layout of the images BuildImage makes.
+// Layout of the committed sample image, which BuildImage's images share.
+constexpr int kSampleSections = 5;
 constexpr std::size_t kSignatureOffset = 0x80;
-constexpr std::size_t kSectionTableOffset = kSignatureOffset + 248;
-constexpr std::size_t kResourceRaw = 0x400;
-constexpr std::uint32_t kResourceVirtual = 0x2000;
+constexpr std::size_t kOptionalHeader = kSignatureOffset + 24;
+constexpr std::size_t kResourceSectionHeader = kSignatureOffset + 248 + 3 * 40;  // ".rsrc", the fourth
+constexpr std::size_t kResourceRaw = 0xA00;
+constexpr std::uint32_t kResourceVirtual = 0x4000;
 
 // A block of a version resource in the format's own layout: header, key,
 // padding to 4, value, then each child padded to 4. wLength covers all but
@@ -31,6 +33,8 @@ struct VersionNode {
 };
 
 Bytes Serialize(VersionNode const &node);
+// A key for ZnVersionResource::GetString: 16-bit units and a terminator.
+std::vector<unsigned short> Key(std::u16string const &text);
 
 // A text entry of a string table; valueLength counts the terminator.
 VersionNode Text(std::u16string const &key, std::u16string const &value);
@@ -49,23 +53,17 @@ struct Resource {
   Bytes data;
 };
 
-struct ImageOptions {
-  // Named entries placed in front of the numbered ones at the type level.
-  int namedTypes = 0;
-  std::string resourceSectionName = ".rsrc";
-  std::uint32_t numberOfRvaAndSizes = 16;
-  // When not 0, the last resource's data ends exactly here, at the end of
-  // the file; the data's size must keep it 4-aligned.
-  std::size_t endAt = 0;
-};
-
 struct Image {
   Bytes bytes;
   std::vector<std::size_t> dataOffsets;  // file offset of each resource's data
   std::size_t rootIdEntries = 0;         // file offset of the first numbered root entry
 };
 
-Image BuildImage(std::vector<Resource> const &resources, ImageOptions const &options = {});
+// The sample image with its resource section replaced by a tree of
+// `resources`, behind `namedTypes` named entries at the type level. With
+// `endOfFile` the section takes the room up to the end of the one-page file
+// and the last resource's data ends there; its size must keep it 4-aligned.
+Image BuildImage(std::vector<Resource> const &resources, int namedTypes = 0, bool endOfFile = false);
 
 Bytes ReadBytes(std::string const &path);
 // Writes a new file, rather than truncating an old one (which some file

@@ -14,11 +14,6 @@ using namespace imagetest;
 
 namespace {
 
-// Facts of the committed sample image, as its build tools laid it out.
-constexpr int kSampleSections = 5;
-constexpr std::uint32_t kSampleResourceVirtual = 0x4000;
-constexpr std::uint32_t kSampleResourceRaw = 0xA00;
-
 unsigned char *Raw(void *address) { return static_cast<unsigned char *>(address); }
 
 class ZnExeFileMappingTest : public ::testing::Test {
@@ -42,17 +37,17 @@ TEST_F(ZnExeFileMappingTest, FindsTheHeadersOfARealImage) {
 
   IMAGE_SECTION_HEADER resources;
   ASSERT_TRUE(image.GetSectionHeaderByName(&resources, ".rsrc"));
-  EXPECT_EQ(kSampleResourceVirtual, resources.VirtualAddress);
-  EXPECT_EQ(kSampleResourceRaw, resources.PointerToRawData);
+  EXPECT_EQ(kResourceVirtual, resources.VirtualAddress);
+  EXPECT_EQ(kResourceRaw, resources.PointerToRawData);
   EXPECT_FALSE(image.GetSectionHeaderByName(&resources, ".RSRC"));  // case matters
   EXPECT_FALSE(image.GetSectionHeaderByName(&resources, ".rsr"));   // whole names only
-  EXPECT_EQ(base + kSampleResourceRaw, image.GetDirectoryAddress(IMAGE_DIRECTORY_ENTRY_RESOURCE));
+  EXPECT_EQ(base + kResourceRaw, image.GetDirectoryAddress(IMAGE_DIRECTORY_ENTRY_RESOURCE));
 }
 
 TEST_F(ZnExeFileMappingTest, DirectoryIndexAtOrBeyondTheCountGivesNull) {
-  ImageOptions options;
-  options.numberOfRvaAndSizes = 3;
-  ZnExeFileMapping image(WriteBytes(folder / "three.exe", BuildImage({{16, 1, 0x409, {1}}}, options).bytes).c_str());
+  Bytes bytes = ReadBytes(sample);
+  PutDword(bytes, kOptionalHeader + 92, 3);
+  ZnExeFileMapping image(WriteBytes(sample, bytes).c_str());
   EXPECT_EQ(Raw(image.Address()) + kResourceRaw, image.GetDirectoryAddress(2));
   EXPECT_EQ(nullptr, image.GetDirectoryAddress(3));
   EXPECT_EQ(nullptr, image.GetDirectoryAddress(0xFFFFFFFF));
@@ -127,9 +122,9 @@ TEST_F(ZnExeFileMappingTest, CopiesShareTheViewUntilTheLastOneCloses) {
 }
 
 TEST_F(ZnExeFileMappingTest, SectionNamesOfAllEightBytesHaveNoTerminator) {
-  ImageOptions options;
-  options.resourceSectionName = ".rsrcdat";
-  ZnExeFileMapping image(WriteBytes(folder / "eight.exe", BuildImage({{16, 1, 0x409, {1}}}, options).bytes).c_str());
+  Bytes bytes = ReadBytes(sample);
+  std::memcpy(&bytes[kResourceSectionHeader], ".rsrcdat", 8);
+  ZnExeFileMapping image(WriteBytes(sample, bytes).c_str());
   IMAGE_SECTION_HEADER header;
   EXPECT_TRUE(image.GetSectionHeaderByName(&header, ".rsrcdat"));
   EXPECT_EQ(kResourceVirtual, header.VirtualAddress);

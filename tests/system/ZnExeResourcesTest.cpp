@@ -17,17 +17,16 @@ unsigned char *Raw(void *address) { return static_cast<unsigned char *>(address)
 char const *Type(std::uintptr_t number) { return reinterpret_cast<char const *>(number); }
 
 // Four resources behind two named type entries. In the resource section:
-// the root at 0 (two named and two numbered entries), type 6 at 48, type 16
-// at 72, the directories of (6,1) at 104, (16,1) at 128, (16,2) at 160, and
-// the data entries from 184, (16,1,0x409) first.
+// the root at 0 (two named and two numbered entries), type 6 at 48, (6,1)
+// at 72 and its data entry at 96, type 16 at 112, (16,1) at 144 and its data
+// entries at 176 (0x407) and 192 (0x409), then (16,2) at 208 and its data
+// entry at 232.
 Image Tree() {
-  ImageOptions options;
-  options.namedTypes = 2;
   return BuildImage({{16, 1, 0x409, {'a', 'a', 'a', 'a'}},
                      {16, 1, 0x407, {'b', 'b'}},
                      {16, 2, 0x409, {'c'}},
                      {6, 1, 0x409, {'d', 'd', 'd'}}},
-                    options);
+                    2);
 }
 
 class ZnExeResourcesTest : public ::testing::Test {
@@ -77,12 +76,12 @@ TEST_F(ZnExeResourcesTest, UpperLevelsMustLeadToDirectories) {
 
 TEST_F(ZnExeResourcesTest, NoResourcesOrNoViewGiveNull) {
   EXPECT_EQ(nullptr, ZnExeResources().FindResourceA(RT_VERSION, 1, 0x409));
-  ImageOptions noDirectory, unnamed;
-  noDirectory.numberOfRvaAndSizes = 2;
+  Bytes noDirectory = ReadBytes(SampleImagePath()), unnamed = noDirectory;
+  PutDword(noDirectory, kOptionalHeader + 92, 2);
   // Without a section called ".rsrc" the data's address cannot be told.
-  unnamed.resourceSectionName = ".data";
-  for (ImageOptions const &options : {noDirectory, unnamed}) {
-    ZnExeResources image(Write(BuildImage({{16, 1, 0x409, {1}}}, options).bytes).c_str());
+  std::copy_n(".data", 6, &unnamed[kResourceSectionHeader]);
+  for (Bytes const &bytes : {noDirectory, unnamed}) {
+    ZnExeResources image(Write(bytes).c_str());
     EXPECT_TRUE(image.IsOpen());
     EXPECT_EQ(nullptr, image.FindResourceA(RT_VERSION, 1, 0x409));
   }
@@ -110,13 +109,13 @@ TEST_F(ZnExeResourcesTest, OffsetsOutsideTheViewGiveNull) {
     std::size_t offset;  // from the resource section
     std::uint32_t value;
   } const damages[] = {
-      {"data beyond the file", 184, 0x7FFFFFF0},
-      {"data before the section", 184, 0x10},
-      {"data larger than the file", 188, 0x100000},
-      {"subdirectory beyond the file", 32 + 8 + 4, 0x80000000 | 0x7FFFFF00},
-      {"data entry beyond the file", 128 + 16 + 8 + 4, 0x7FFFFF00},
-      {"too many numbered entries", 72 + 14, 0xFFFF},
-      {"too many named entries", 72 + 12, 0xFFFF},
+      {"data beyond the file", 192, 0x7FFFFFF0},
+      {"data before the section", 192, 0x10},
+      {"data larger than the file", 196, 0x100000},
+      {"subdirectory beyond the file", 40 + 4, 0x80000000 | 0x7FFFFF00},
+      {"data entry beyond the file", 144 + 16 + 8 + 4, 0x7FFFFF00},
+      {"too many numbered entries", 112 + 14, 0xFFFF},
+      {"too many named entries", 112 + 12, 0xFFFF},
   };
   for (Damage const &damage : damages) {
     Image tree = Tree();

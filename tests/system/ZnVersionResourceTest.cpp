@@ -18,12 +18,6 @@ constexpr std::size_t kFileMS = 8, kFileLS = 12, kProductMS = 16, kProductLS = 2
 // The fixed part of a block made by VersionInfo().
 constexpr std::size_t kFixedOffset = 40;
 
-std::vector<unsigned short> Key(std::u16string const &text) {
-  std::vector<unsigned short> key(text.begin(), text.end());
-  key.push_back(0);
-  return key;
-}
-
 // The value of `key` as text, or "<null>"; the length in `*length`.
 std::u16string Lookup(ZnVersionResource &version, std::u16string const &key, ZnULong *length = nullptr) {
   ZnULong ignored;
