@@ -104,6 +104,11 @@ inline std::uint64_t TicksOf(FILETIME const &file) {
   return static_cast<std::uint64_t>(file.dwHighDateTime) << 32 | file.dwLowDateTime;
 }
 
+// The FILETIME count of a Unix time.
+inline std::uint64_t TicksOfUnix(std::int64_t seconds, std::int64_t nanoseconds = 0) {
+  return static_cast<std::uint64_t>((seconds + 11644473600) * 10000000 + nanoseconds / 100);
+}
+
 // A SYSTEMTIME with the given fields.
 inline SYSTEMTIME Fields(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD milli,
                          WORD dayOfWeek = 0) {

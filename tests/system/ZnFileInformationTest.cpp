@@ -16,15 +16,11 @@
 using namespace imagetest;
 using znutil_test::Backslashed;
 using znutil_test::TicksOf;
+using znutil_test::TicksOfUnix;
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// 100 ns units since 1601 of a Unix time.
-std::uint64_t UnitsOf(std::int64_t seconds, long nanoseconds) {
-  return static_cast<std::uint64_t>(seconds + 11644473600) * 10000000 + nanoseconds / 100;
-}
 
 class ZnFileInformationTest : public ::testing::Test {
  protected:
@@ -39,10 +35,10 @@ TEST_F(ZnFileInformationTest, ReadsSizeAttributesAndTimes) {
   ASSERT_TRUE(info.Valid());
   EXPECT_EQ(1234u, info.Size());
   EXPECT_EQ(FILE_ATTRIBUTE_NORMAL, info.Attributes());
-  EXPECT_EQ(UnitsOf(1000000000, 123456789), TicksOf(info.AccessedTime()));
-  EXPECT_EQ(UnitsOf(1600000000, 987654321), TicksOf(info.ModifiedTime()));
+  EXPECT_EQ(TicksOfUnix(1000000000, 123456789), TicksOf(info.AccessedTime()));
+  EXPECT_EQ(TicksOfUnix(1600000000, 987654321), TicksOf(info.ModifiedTime()));
   // Birth or status change time: in any case after the year 2000.
-  EXPECT_GT(TicksOf(info.CreationTime()), UnitsOf(946684800, 0));
+  EXPECT_GT(TicksOf(info.CreationTime()), TicksOfUnix(946684800, 0));
 
   fs::resize_file(file, (std::uint64_t{1} << 32) + 5);  // sparse: takes no room
   fs::permissions(file, fs::perms::owner_write, fs::perm_options::remove);

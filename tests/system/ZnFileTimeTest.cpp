@@ -16,8 +16,6 @@ namespace {
 
 using namespace znutil_test;
 
-std::int64_t const kSecondsFrom1601To1970 = 11644473600;
-
 // The FILETIME of a UTC date by the C library's own calendar.
 std::uint64_t ExpectedTicks(SYSTEMTIME const &fields) {
   std::tm calendar = std::tm();
@@ -27,8 +25,7 @@ std::uint64_t ExpectedTicks(SYSTEMTIME const &fields) {
   calendar.tm_hour = fields.wHour;
   calendar.tm_min = fields.wMinute;
   calendar.tm_sec = fields.wSecond;
-  std::int64_t const seconds = timegm(&calendar) + kSecondsFrom1601To1970;
-  return static_cast<std::uint64_t>(seconds) * 10000000u + fields.wMilliseconds * 10000u;
+  return TicksOfUnix(timegm(&calendar), fields.wMilliseconds * std::int64_t{1000000});
 }
 
 WORD ShownHour(ZnFileTime const &time) {
@@ -104,7 +101,7 @@ TEST(ZnFileTimeTest, SetFromFileTakesTheWriteTimeAtFullResolution) {
   timespec const times[2] = {{1000000000, 0}, {1000000000, 123456789}};
   ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
   ASSERT_TRUE(written.SetFromFile(Backslashed(path).c_str()));
-  EXPECT_EQ(TicksOf(written), static_cast<std::uint64_t>(1000000000 + kSecondsFrom1601To1970) * 10000000u + 1234567u);
+  EXPECT_EQ(TicksOf(written), TicksOfUnix(1000000000, 123456789));
 
   ZnFileTime kept(FileTimeOf(99), 0);
   EXPECT_FALSE(kept.SetFromFile((scratch / "missing.txt").c_str()));

@@ -16,11 +16,6 @@ char const kThreeHoursEast[] = "XYZ-3";
 // last Sunday of October.
 char const kCentralEurope[] = "CET-1CEST,M3.5.0,M10.5.0/3";
 
-std::uint64_t TicksOfUnix(std::int64_t seconds, int milliseconds = 0) {
-  return 116444736000000000ull + static_cast<std::uint64_t>(seconds) * 10000000u +
-         static_cast<std::uint64_t>(milliseconds) * 10000u;
-}
-
 ZnSystemTime Make(SYSTEMTIME const &fields, int kind) {
   ZnSystemTime time(kind);
   static_cast<SYSTEMTIME &>(time) = fields;
@@ -56,7 +51,7 @@ TEST(ZnSystemTimeTest, GoesToAndFromZnTimeInLocalTimeWhateverTheKind) {
 
 TEST(ZnSystemTimeTest, TakesFileTimeInLocalTimeForKindZeroOnly) {
   ScopedTimeZone zone(kThreeHoursEast);
-  FILETIME const file = FileTimeOf(TicksOfUnix(61, 234) + 5678);  // sub-millisecond ticks are cut
+  FILETIME const file = FileTimeOf(TicksOfUnix(61, 234567800));  // sub-millisecond ticks are cut
   EXPECT_EQ(FieldsOf(ZnSystemTime(file, 0)), FieldsOf(Fields(1970, 1, 1, 3, 1, 1, 234, 4)));
   EXPECT_EQ(FieldsOf(ZnSystemTime(file, 2)), FieldsOf(Fields(1970, 1, 1, 0, 1, 1, 234, 4)));
   ZnSystemTime kept = Make(Fields(2000, 1, 1, 0, 0, 0, 0), 1);
@@ -69,8 +64,8 @@ TEST(ZnSystemTimeTest, ConvertsToUtcFileTimeWhateverKindItWasCopiedFrom) {
   ZnSystemTime const utc = Make(Fields(1970, 1, 1, 3, 0, 0, 5), 1);
   ZnSystemTime const local(utc, 0);
   EXPECT_EQ(FieldsOf(local), FieldsOf(utc));
-  EXPECT_EQ(UtcTicks(local), TicksOfUnix(0, 5));
-  EXPECT_EQ(UtcTicks(utc), TicksOfUnix(3 * 3600, 5));
+  EXPECT_EQ(UtcTicks(local), TicksOfUnix(0, 5000000));
+  EXPECT_EQ(UtcTicks(utc), TicksOfUnix(3 * 3600, 5000000));
   FILETIME untouched = FileTimeOf(42);
   Make(Fields(2023, 2, 29, 0, 0, 0, 0), 1).Convert(&untouched);  // no such day
   EXPECT_EQ(TicksOf(untouched), 42u);

@@ -12,34 +12,35 @@
 
 namespace {
 
-std::string Text(ZnTime const &time) {
-  std::ostringstream stream;
-  stream << time;
-  return stream.str();
-}
-
-TEST(ZnTimeTest, ConstructionSplitsMilliseconds) {
+TEST(ZnTimeTest, ConstructionSplitsMillisecondsAndStreamsThemPadded) {
   struct Case {
     ZnTime time;
     long seconds, milli;
+    char const *text;
   } const cases[] = {
-      {ZnTime(2500), 2, 500},     {ZnTime(999), 0, 999},      {ZnTime(3, -250), 3, -250},
-      {ZnTime(-2, 999), -2, 999}, {ZnTime(-1500), -1, -500},  // truncating division
-      {ZnTime(1, 2500), 1, 500},                              // the carry is dropped
+      {ZnTime(2500), 2, 500, "2.500"},   {ZnTime(0), 0, 0, "0.000"},        {ZnTime(2, 50), 2, 50, "2.050"},
+      {ZnTime(3, -250), 3, -250, "3.250"},  // the sign of the milliseconds is lost
+      {ZnTime(-5), 0, -5, "0.005"},      {ZnTime(-1500), -1, -500, "-1.500"},  // truncating division
+      {ZnTime(1, 2500), 1, 500, "1.500"},                                       // the carry is dropped
   };
   for (Case const &c : cases) {
-    EXPECT_EQ(c.time.Seconds(), c.seconds);
-    EXPECT_EQ(c.time.Milli(), c.milli);
+    std::ostringstream text;
+    text << c.time;
+    EXPECT_EQ(c.time.Seconds(), c.seconds) << c.text;
+    EXPECT_EQ(c.time.Milli(), c.milli) << c.text;
+    EXPECT_EQ(text.str(), c.text);
   }
   ZnTime assigned(7, 7);
   assigned = 4001;
   EXPECT_EQ(assigned, ZnTime(4, 1));
+  std::wostringstream wide;
+  wide << ZnTime(3, 7);
+  EXPECT_EQ(wide.str(), L"3.007");
 }
 
 TEST(ZnTimeTest, DefaultAndUpdateReadTheWallClock) {
   std::int64_t const before = znutil_test::WallSeconds();
-  ZnTime now;
-  ZnTime later(0);
+  ZnTime now, later(0);
   later.Update();
   std::int64_t const after = znutil_test::WallSeconds();
   for (ZnTime const &time : {now, later}) {
@@ -73,16 +74,6 @@ TEST(ZnTimeTest, AdditionCarriesAndSubtractionGivesASpanWithNoSign) {
   ZnTime span(10, 0);
   span -= ZnTime(3, 1);
   EXPECT_EQ(span, ZnTime(6, 999));
-}
-
-TEST(ZnTimeTest, StreamsSecondsAndThreeDigitMilliseconds) {
-  EXPECT_EQ(Text(ZnTime(2, 50)), "2.050");
-  EXPECT_EQ(Text(ZnTime(0, 0)), "0.000");
-  EXPECT_EQ(Text(ZnTime(-1500)), "-1.500");
-  EXPECT_EQ(Text(ZnTime(-5)), "0.005");  // the sign of the milliseconds is lost
-  std::wostringstream wide;
-  wide << ZnTime(3, 7);
-  EXPECT_EQ(wide.str(), L"3.007");
 }
 
 TEST(ZnTimeTest, BreaksDownInLocalTimeAndUtc) {
