@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include "../system/ScratchDirectory.h"
+
 // Runs the start-up steps that the library's start runs.
 class UtilityAppTestAccess {
  public:
@@ -21,14 +23,8 @@ class UtilityAppTestAccess {
 
 namespace {
 
-std::string Text(ZnString const &value) { return value.Chars(); }
-
-std::string Backslashed(std::string path) {
-  for (char &c : path) {
-    if (c == '/') c = '\\';
-  }
-  return path;
-}
+using znutil_test::Backslashed;
+using znutil_test::Text;
 
 // The file mapped at exactly `address` in this process, or empty.
 std::string FileMappedAt(void const *address) {

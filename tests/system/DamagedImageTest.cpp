@@ -17,8 +17,10 @@
 #include <znutil/system/ZnVersionResource.h>
 
 #include "ImageBuilder.h"
+#include "ScratchDirectory.h"
 
 using namespace imagetest;
+using znutil_test::ScratchDirectory;
 
 namespace {
 
@@ -44,15 +46,6 @@ class PageHole {
   unsigned char *region_;
 };
 
-struct ViewCheck {
-  unsigned char const *begin;
-  std::size_t size;
-  bool operator()(void const *address, std::size_t bytes) const {
-    auto const where = reinterpret_cast<std::uintptr_t>(address), first = reinterpret_cast<std::uintptr_t>(begin);
-    return address == nullptr || (where >= first && where - first <= size && bytes <= size - (where - first));
-  }
-};
-
 // Calls every member on the image at `path`, checking that whatever comes
 // back lies inside the file. Returns whether the view stood before a page
 // that cannot be read.
@@ -60,7 +53,12 @@ bool Exercise(std::string const &path) {
   PageHole const hole;
   ZnExeResources image(path.c_str());
   if (!image.IsOpen()) return true;
-  ViewCheck const inView{static_cast<unsigned char *>(image.Address()), std::filesystem::file_size(path)};
+  auto const first = reinterpret_cast<std::uintptr_t>(image.Address());
+  std::size_t const size = std::filesystem::file_size(path);
+  auto const inView = [first, size](void const *address, std::size_t bytes) {
+    auto const where = reinterpret_cast<std::uintptr_t>(address);
+    return address == nullptr || (where >= first && where - first <= size && bytes <= size - (where - first));
+  };
   EXPECT_TRUE(inView(image.NTSignatureAddress(), 4));
   EXPECT_TRUE(inView(image.PEFileHeaderAddress(), sizeof(IMAGE_FILE_HEADER)));
   EXPECT_TRUE(inView(image.OptHeaderAddress(), sizeof(IMAGE_OPTIONAL_HEADER32)));
@@ -73,9 +71,8 @@ bool Exercise(std::string const &path) {
   ZnVersionResource version(static_cast<unsigned char *>(block));
   version.GetProductVersion();
   for (char16_t const *name : {u"CompanyName", u"ProductVersion", u"NoSuchKey"}) {
-    std::vector<unsigned short> key(name, name + std::char_traits<char16_t>::length(name) + 1);
     ZnULong length;
-    unsigned short const *value = version.GetString(key.data(), &length);
+    unsigned short const *value = version.GetString(Key(name).data(), &length);
     if (value != nullptr) {
       EXPECT_TRUE(inView(value, (std::size_t{length} + 1) * 2));
     }
@@ -88,18 +85,18 @@ bool Exercise(std::string const &path) {
 }
 
 TEST(DamagedImageTest, EveryTruncationIsSafe) {
-  TempDirectory folder;
+  ScratchDirectory folder;
   Bytes const sample = ReadBytes(SampleImagePath());
   int guarded = 0;
   for (std::size_t size = 0; size <= sample.size(); ++size) {
-    guarded += Exercise(folder.Write("cut.exe", Bytes(sample.begin(), sample.begin() + size)));
+    guarded += Exercise(WriteBytes(folder / "cut.exe", Bytes(sample.begin(), sample.begin() + size)));
     if (HasFailure()) FAIL() << "cut to " << size << " bytes";
   }
   EXPECT_GT(guarded, static_cast<int>(sample.size() / 2));
 }
 
 TEST(DamagedImageTest, RandomlyCorruptedImagesAreSafe) {
-  TempDirectory folder;
+  ScratchDirectory folder;
   Bytes const sample = ReadBytes(SampleImagePath());
   std::mt19937 random(20240611);
   int guarded = 0;
@@ -112,11 +109,11 @@ TEST(DamagedImageTest, RandomlyCorruptedImagesAreSafe) {
       // Half the changes hit the headers and the resource tree, where a
       // wrong value steers the walk.
       std::size_t const at =
-          below(2) == 0 ? below(bytes.size()) : (below(2) == 0 ? below(0x200) : 0xA00 + below(0x328));
+          below(2) == 0 ? below(bytes.size()) : (below(2) == 0 ? below(0x200) : kResourceRaw + below(0x328));
       bytes[at] = below(2) == 0 ? static_cast<unsigned char>(below(256)) : bytes[at] ^ (1u << below(8));
     }
     if (below(8) == 0) bytes.resize(below(bytes.size()) + 1);
-    guarded += Exercise(folder.Write("corrupt.exe", bytes));
+    guarded += Exercise(WriteBytes(folder / "corrupt.exe", bytes));
     if (HasFailure()) FAIL() << "round " << round;
   }
   EXPECT_GT(guarded, 1500);
@@ -134,14 +131,14 @@ TEST(DamagedImageTest, HostileHeaderValuesGiveNull) {
       {"e_lfanew beyond the file", 60, 0x7FFFFFFF, false, false, false},
       {"signature at the last bytes", 60, 4096 - 4, true, false, false},
       {"65535 sections", kSignatureOffset + 4, 0xFFFF014C, true, false, false},
-      {"directory count of 2", kSignatureOffset + 24 + 92, 2, true, true, false},
-      {"resource section of 4 GB", kSectionTableOffset + 40 + 16, 0xFFFFFFFF, true, true, true},
+      {"directory count of 2", kOptionalHeader + 92, 2, true, true, false},
+      {"resource section of 4 GB", kResourceSectionHeader + 16, 0xFFFFFFFF, true, true, true},
   };
-  TempDirectory folder;
+  ScratchDirectory folder;
   for (Damage const &damage : damages) {
-    Image built = BuildImage({{16, 1, 0x409, Serialize(TypicalVersionInfo())}}, ImageOptions{0, ".rsrc", 16, 4096});
-    PutDword(built.bytes, damage.offset, damage.value);
-    ZnExeResources image(folder.Write("hostile.exe", built.bytes).c_str());
+    Bytes bytes = ReadBytes(SampleImagePath());
+    PutDword(bytes, damage.offset, damage.value);
+    ZnExeResources image(WriteBytes(folder / "hostile.exe", bytes).c_str());
     ASSERT_TRUE(image.IsOpen()) << damage.what;
     EXPECT_EQ(damage.signature, image.NTSignatureAddress() != nullptr) << damage.what;
     EXPECT_EQ(damage.sections, image.SectionHeaderAddress() != nullptr) << damage.what;
@@ -158,20 +155,18 @@ TEST(DamagedImageTest, VersionLengthsBeyondTheFileStopAtItsEnd) {
   std::size_t const stringFileInfo = 92, table = stringFileInfo + 36;
   PutWord(block, stringFileInfo, 0xFFFF);
   PutWord(block, table, 0xFFFF);
-  TempDirectory folder;
-  Image const built = BuildImage({{16, 1, 0x409, block}}, ImageOptions{0, ".rsrc", 16, 4096});
+  ScratchDirectory folder;
+  Image const built = BuildImage({{16, 1, 0x409, block}}, 0, true);
   ASSERT_EQ(4096u, built.bytes.size());
-  std::string const path = folder.Write("long.exe", built.bytes);
+  std::string const path = WriteBytes(folder / "long.exe", built.bytes);
   PageHole const hole;
   ZnExeResources image(path.c_str());
   ASSERT_EQ(hole.Hole(), image.Address()) << "the view could not be placed before a guard page";
   ZnVersionResource version(static_cast<unsigned char *>(image.FindResourceA(RT_VERSION, 1, 0x409)));
   EXPECT_EQ(version.GetFileVersion(), "2.13.0.7");
-  std::vector<unsigned short> const company = {'C', 'o', 'm', 'p', 'a', 'n', 'y', 'N', 'a', 'm', 'e', 0};
-  std::vector<unsigned short> const missing = {'M', 'i', 's', 's', 'i', 'n', 'g', 0};
   ZnULong length;
-  EXPECT_NE(nullptr, version.GetString(company.data(), &length));
-  EXPECT_EQ(nullptr, version.GetString(missing.data(), &length));
+  EXPECT_NE(nullptr, version.GetString(Key(u"CompanyName").data(), &length));
+  EXPECT_EQ(nullptr, version.GetString(Key(u"Missing").data(), &length));
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include "ImageBuilder.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <random>
 #include <stdexcept>
 
 namespace imagetest {
@@ -31,132 +31,58 @@ Bytes FixedInfo(std::uint32_t fileMS, std::uint32_t fileLS, std::uint32_t produc
   return bytes;
 }
 
-void PutText(Bytes &bytes, std::size_t offset, std::string const &text) {
-  std::memcpy(bytes.data() + offset, text.data(), text.size());
-}
-
-// Offsets of the parts of the resource section, from its start.
-struct ResourceLayout {
-  std::map<std::uint16_t, std::map<std::uint16_t, std::map<std::uint16_t, std::size_t>>> tree;
-  std::map<std::uint16_t, std::size_t> typeDirectories;
-  std::map<std::pair<std::uint16_t, std::uint16_t>, std::size_t> idDirectories;
-  std::vector<std::size_t> dataEntries, names, blobs;
-  std::size_t size = 0;
-};
-
-ResourceLayout Layout(std::vector<Resource> const &resources, ImageOptions const &options) {
-  ResourceLayout layout;
-  for (std::size_t i = 0; i < resources.size(); ++i)
-    layout.tree[resources[i].type][resources[i].id][resources[i].language] = i;
-  std::size_t offset = 16 + 8 * (options.namedTypes + layout.tree.size());
-  for (auto const &[type, ids] : layout.tree) {
-    layout.typeDirectories[type] = offset;
-    offset += 16 + 8 * ids.size();
-  }
-  for (auto const &[type, ids] : layout.tree)
-    for (auto const &[id, languages] : ids) {
-      layout.idDirectories[{type, id}] = offset;
-      offset += 16 + 8 * languages.size();
-    }
-  for (std::size_t i = 0; i < resources.size(); ++i, offset += 16) layout.dataEntries.push_back(offset);
-  for (int i = 0; i < options.namedTypes; ++i, offset += 16) layout.names.push_back(offset);
-  for (Resource const &resource : resources) {
-    offset = (offset + 3) / 4 * 4;
-    layout.blobs.push_back(offset);
-    offset += resource.data.size();
-  }
-  if (options.endAt != 0 && !resources.empty()) {
-    std::size_t const last = options.endAt - kResourceRaw - resources.back().data.size();
-    if (last % 4 != 0 || last < layout.blobs.back()) throw std::logic_error("endAt cannot be met");
-    layout.blobs.back() = last;
-    offset = options.endAt - kResourceRaw;
-  }
-  layout.size = offset;
-  return layout;
-}
-
-void PutDirectory(Bytes &section, std::size_t at, std::size_t named, std::size_t ids) {
+// Appends a resource directory of numbered entries, behind `named` entries
+// left for the caller, and returns its offset. Each entry leads to what
+// `child` appends for its value and returns.
+template <typename Entries, typename Child>
+std::uint32_t PutDirectory(Bytes &section, Entries const &entries, Child const &child, int named = 0) {
+  std::size_t const at = section.size();
+  section.resize(at + 16 + 8 * (named + entries.size()));
   PutWord(section, at + 12, static_cast<std::uint16_t>(named));
-  PutWord(section, at + 14, static_cast<std::uint16_t>(ids));
-}
-
-void PutEntry(Bytes &section, std::size_t at, std::uint32_t name, std::uint32_t offset) {
-  PutDword(section, at, name);
-  PutDword(section, at + 4, offset);
-}
-
-Bytes ResourceSection(std::vector<Resource> const &resources, ImageOptions const &options,
-                      ResourceLayout const &layout) {
-  constexpr std::uint32_t kDirectory = 0x80000000;
-  Bytes section(layout.size);
-  PutDirectory(section, 0, options.namedTypes, layout.tree.size());
-  std::size_t entry = 16;
-  for (std::size_t name : layout.names) {
-    PutWord(section, name, 5);
-    PutText(section, name + 2, std::string("N\0A\0M\0E\0D\0", 10));
-    PutEntry(section, entry, kDirectory | name, kDirectory | layout.typeDirectories.begin()->second);
+  PutWord(section, at + 14, static_cast<std::uint16_t>(entries.size()));
+  std::size_t entry = at + 16 + 8 * named;
+  for (auto const &[number, value] : entries) {
+    PutDword(section, entry, number);
+    PutDword(section, entry + 4, child(value));
     entry += 8;
   }
-  for (auto const &[type, ids] : layout.tree) {
-    std::size_t const typeDirectory = layout.typeDirectories.at(type);
-    PutEntry(section, entry, type, kDirectory | typeDirectory);
-    entry += 8;
-    PutDirectory(section, typeDirectory, 0, ids.size());
-    std::size_t idEntry = typeDirectory + 16;
-    for (auto const &[id, languages] : ids) {
-      std::size_t const idDirectory = layout.idDirectories.at({type, id});
-      PutEntry(section, idEntry, id, kDirectory | idDirectory);
-      idEntry += 8;
-      PutDirectory(section, idDirectory, 0, languages.size());
-      std::size_t languageEntry = idDirectory + 16;
-      for (auto const &[language, index] : languages) {
-        PutEntry(section, languageEntry, language, static_cast<std::uint32_t>(layout.dataEntries[index]));
-        languageEntry += 8;
-      }
-    }
+  return static_cast<std::uint32_t>(at);
+}
+
+// The tree depth first, each directory followed by what it leads to, with
+// a data entry right behind each language; then the data, 4-aligned. With
+// `end`, the last data is moved to end there. Fills in where each data lies.
+Bytes ResourceSection(std::vector<Resource> const &resources, int namedTypes, std::size_t end,
+                      std::vector<std::size_t> &blobs) {
+  std::map<std::uint16_t, std::map<std::uint16_t, std::map<std::uint16_t, std::size_t>>> tree;
+  for (std::size_t i = 0; i < resources.size(); ++i) tree[resources[i].type][resources[i].id][resources[i].language] = i;
+  Bytes section;
+  std::vector<std::size_t> dataEntries(resources.size());
+  auto const data = [&](std::size_t index) {
+    dataEntries[index] = section.size();
+    section.resize(section.size() + 16);
+    return static_cast<std::uint32_t>(dataEntries[index]);
+  };
+  auto const languages = [&](auto const &byLanguage) { return 0x80000000 | PutDirectory(section, byLanguage, data); };
+  auto const ids = [&](auto const &byId) { return 0x80000000 | PutDirectory(section, byId, languages); };
+  PutDirectory(section, tree, ids, namedTypes);
+  for (int i = 0; i < namedTypes; ++i) {  // names that no lookup reads, leading to the first type
+    PutDword(section, 16 + 8 * i, static_cast<std::uint32_t>(0x80000000 | section.size()));
+    PutDword(section, 20 + 8 * i, Dword(section, 20 + 8 * namedTypes));
+    Bytes const name = {5, 0, 'N', 0, 'A', 0, 'M', 0, 'E', 0, 'D', 0};
+    section.insert(section.end(), name.begin(), name.end());
   }
   for (std::size_t i = 0; i < resources.size(); ++i) {
-    PutDword(section, layout.dataEntries[i], static_cast<std::uint32_t>(kResourceVirtual + layout.blobs[i]));
-    PutDword(section, layout.dataEntries[i] + 4, static_cast<std::uint32_t>(resources[i].data.size()));
-    std::copy(resources[i].data.begin(), resources[i].data.end(), section.begin() + layout.blobs[i]);
+    PadTo4(section);
+    bool const last = end != 0 && i + 1 == resources.size();
+    blobs.push_back(last ? end - resources[i].data.size() : section.size());
+    if (blobs[i] % 4 != 0 || blobs[i] < section.size()) throw std::logic_error("the data cannot end the file");
+    section.resize(blobs[i]);
+    section.insert(section.end(), resources[i].data.begin(), resources[i].data.end());
+    PutDword(section, dataEntries[i], static_cast<std::uint32_t>(kResourceVirtual + blobs[i]));
+    PutDword(section, dataEntries[i] + 4, static_cast<std::uint32_t>(resources[i].data.size()));
   }
   return section;
-}
-
-void PutSection(Bytes &image, int index, std::string const &name, std::uint32_t virtualAddress, std::uint32_t size,
-                std::uint32_t raw) {
-  std::size_t const at = kSectionTableOffset + 40 * index;
-  PutText(image, at, name.substr(0, 8));
-  PutDword(image, at + 8, size);
-  PutDword(image, at + 12, virtualAddress);
-  PutDword(image, at + 16, size);
-  PutDword(image, at + 20, raw);
-  PutDword(image, at + 36, 0x40000040);
-}
-
-Bytes Headers(ImageOptions const &options, std::uint32_t resourceSize) {
-  Bytes image(kResourceRaw);
-  PutText(image, 0, "MZ");
-  PutDword(image, 60, kSignatureOffset);
-  PutText(image, kSignatureOffset, std::string("PE\0\0", 4));
-  std::size_t const file = kSignatureOffset + 4, optional = kSignatureOffset + 24;
-  PutWord(image, file, 0x14C);
-  PutWord(image, file + 2, 2);
-  PutWord(image, file + 16, 224);
-  PutWord(image, file + 18, 0x102);
-  PutWord(image, optional, 0x10B);
-  PutDword(image, optional + 32, 0x1000);
-  PutDword(image, optional + 36, 0x200);
-  PutDword(image, optional + 56, kResourceVirtual + 0x1000);
-  PutDword(image, optional + 60, 0x200);
-  PutWord(image, optional + 68, 2);
-  PutDword(image, optional + 92, options.numberOfRvaAndSizes);
-  PutDword(image, optional + 96 + 8 * 2, kResourceVirtual);
-  PutDword(image, optional + 96 + 8 * 2 + 4, resourceSize);
-  PutSection(image, 0, ".text", 0x1000, 0x200, 0x200);
-  PutSection(image, 1, options.resourceSectionName, kResourceVirtual, resourceSize, kResourceRaw);
-  std::fill(image.begin() + 0x200, image.end(), 0xC3);
-  return image;
 }
 
 }  // namespace
@@ -176,6 +102,12 @@ Bytes Serialize(VersionNode const &node) {
   PutWord(block, 2, node.valueLength);
   PutWord(block, 4, node.type);
   return block;
+}
+
+std::vector<unsigned short> Key(std::u16string const &text) {
+  std::vector<unsigned short> key(text.begin(), text.end());
+  key.push_back(0);
+  return key;
 }
 
 VersionNode Text(std::u16string const &key, std::u16string const &value) {
@@ -208,48 +140,33 @@ VersionNode TypicalVersionInfo() {
   return VersionInfo(0x0002000D, 0x00000007, 0x0002000D, 0, {StringFileInfo({table}), VarFileInfo()});
 }
 
-Image BuildImage(std::vector<Resource> const &resources, ImageOptions const &options) {
-  ResourceLayout const layout = Layout(resources, options);
-  Bytes const section = ResourceSection(resources, options, layout);
-  Image image{
-      Headers(options, static_cast<std::uint32_t>(section.size())), {}, kResourceRaw + 16 + 8 * options.namedTypes};
-  image.bytes.insert(image.bytes.end(), section.begin(), section.end());
-  for (std::size_t blob : layout.blobs) image.dataOffsets.push_back(kResourceRaw + blob);
+Image BuildImage(std::vector<Resource> const &resources, int namedTypes, bool endOfFile) {
+  std::size_t const room = endOfFile ? 0x1000 - kResourceRaw : 0x400;
+  std::vector<std::size_t> blobs;
+  Bytes const section = ResourceSection(resources, namedTypes, endOfFile ? room : 0, blobs);
+  if (section.size() > room) throw std::logic_error("the resources do not fit the sample's section");
+  Image image{ReadBytes(SampleImagePath()), {}, kResourceRaw + 16 + 8 * namedTypes};
+  std::fill_n(image.bytes.begin() + kResourceRaw, room, 0);
+  std::copy(section.begin(), section.end(), image.bytes.begin() + kResourceRaw);
+  PutDword(image.bytes, kOptionalHeader + 96 + 8 * 2 + 4, static_cast<std::uint32_t>(section.size()));
+  PutDword(image.bytes, kResourceSectionHeader + 8, static_cast<std::uint32_t>(section.size()));
+  PutDword(image.bytes, kResourceSectionHeader + 16, static_cast<std::uint32_t>(room));
+  for (std::size_t blob : blobs) image.dataOffsets.push_back(kResourceRaw + blob);
   return image;
 }
 
-Bytes ReadBytes(std::filesystem::path const &path) {
+Bytes ReadBytes(std::string const &path) {
   std::ifstream in(path, std::ios::binary);
   return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-void WriteBytes(std::filesystem::path const &path, Bytes const &bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(reinterpret_cast<char const *>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+std::string WriteBytes(std::string const &path, Bytes const &bytes) {
+  std::remove(path.c_str());
+  std::ofstream(path, std::ios::binary).write(reinterpret_cast<char const *>(bytes.data()), bytes.size());
+  return path;
 }
 
-std::filesystem::path SampleImagePath() { return std::filesystem::path(ZNUTIL_TEST_IMAGES_DIR) / "sample.exe"; }
-
-TempDirectory::TempDirectory() {
-  std::random_device random;
-  path_ =
-      std::filesystem::temp_directory_path() / ("znutil-images-" + std::to_string(random()) + std::to_string(random()));
-  std::filesystem::create_directories(path_);
-}
-
-TempDirectory::~TempDirectory() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
-
-std::string TempDirectory::Write(std::string const &name, Bytes const &bytes) const {
-  std::filesystem::path const path = path_ / name;
-  // A new file rather than a truncated one: some file systems flush a file
-  // that is truncated and written again when it is closed.
-  std::filesystem::remove(path);
-  WriteBytes(path, bytes);
-  return path.string();
-}
+std::string SampleImagePath() { return ZNUTIL_TEST_IMAGES_DIR "/sample.exe"; }
 
 std::size_t FindFixedInfo(Bytes const &bytes) {
   for (std::size_t at = 0; at + 4 <= bytes.size(); at += 4)

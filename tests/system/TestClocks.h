@@ -1,11 +1,15 @@
-// Test helpers that pin down what a clock test depends on: the time zone,
-// and the tick count and sleeps through the platform's stand-ins.
+// Test helpers that pin down what a test depends on: environment variables
+// (the time zone among them), and the tick count and sleeps through the
+// platform's stand-ins.
 #ifndef ZNUTIL_TESTS_SYSTEM_TESTCLOCKS_H
 #define ZNUTIL_TESTS_SYSTEM_TESTCLOCKS_H
 
+#include <array>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,31 +18,34 @@
 
 namespace znutil_test {
 
-// Sets TZ (a POSIX rule, so that no zone database is needed) for the
-// life of the object, and restores the one before.
-class ScopedTimeZone {
+// Sets an environment variable for the life of the object.
+class ScopedVariable {
  public:
-  explicit ScopedTimeZone(char const *rule) {
-    char const *old = std::getenv("TZ");
-    hadZone_ = old != nullptr;
-    if (hadZone_) oldZone_ = old;
-    setenv("TZ", rule, 1);
-    tzset();
+  ScopedVariable(char const *name, std::string const &value) : name_(name) {
+    if (char const *old = std::getenv(name)) old_ = old;
+    setenv(name, value.c_str(), 1);
   }
-  ~ScopedTimeZone() {
-    if (hadZone_) {
-      setenv("TZ", oldZone_.c_str(), 1);
-    } else {
-      unsetenv("TZ");
-    }
-    tzset();
-  }
-  ScopedTimeZone(ScopedTimeZone const &) = delete;
-  ScopedTimeZone &operator=(ScopedTimeZone const &) = delete;
+  ~ScopedVariable() { old_ ? setenv(name_, old_->c_str(), 1) : unsetenv(name_); }
+  ScopedVariable(ScopedVariable const &) = delete;
+  ScopedVariable &operator=(ScopedVariable const &) = delete;
 
  private:
-  bool hadZone_ = false;
-  std::string oldZone_;
+  char const *name_;
+  std::optional<std::string> old_;
+};
+
+// Sets TZ (a POSIX rule, so that no zone database is needed) for the life
+// of the object.
+class ScopedTimeZone {
+ public:
+  explicit ScopedTimeZone(char const *rule) : zone_("TZ", rule) { tzset(); }
+
+ private:
+  // Declared first so that it runs last, once TZ is restored.
+  struct Reread {
+    ~Reread() { tzset(); }
+  } reread_;
+  ScopedVariable zone_;
 };
 
 // Stands in for the tick count and for sleeping while it lives: a sleep
@@ -82,6 +89,12 @@ class SimulatedClock {
   znutil::platform::SleepFunction previousSleep_;
 };
 
+// The seconds of the wall clock, read as the library reads it.
+inline std::int64_t WallSeconds() {
+  auto const since = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::seconds>(since).count();
+}
+
 // A FILETIME from its 64-bit count, and back.
 inline FILETIME FileTimeOf(std::uint64_t ticks) {
   return FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
@@ -91,17 +104,20 @@ inline std::uint64_t TicksOf(FILETIME const &file) {
   return static_cast<std::uint64_t>(file.dwHighDateTime) << 32 | file.dwLowDateTime;
 }
 
-// A SYSTEMTIME with the given fields and day of week 0.
-inline SYSTEMTIME Fields(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD milli) {
-  SYSTEMTIME system = SYSTEMTIME();
-  system.wYear = year;
-  system.wMonth = month;
-  system.wDay = day;
-  system.wHour = hour;
-  system.wMinute = minute;
-  system.wSecond = second;
-  system.wMilliseconds = milli;
-  return system;
+// The FILETIME count of a Unix time.
+inline std::uint64_t TicksOfUnix(std::int64_t seconds, std::int64_t nanoseconds = 0) {
+  return static_cast<std::uint64_t>((seconds + 11644473600) * 10000000 + nanoseconds / 100);
+}
+
+// A SYSTEMTIME with the given fields.
+inline SYSTEMTIME Fields(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD milli,
+                         WORD dayOfWeek = 0) {
+  return SYSTEMTIME{year, month, dayOfWeek, day, hour, minute, second, milli};
+}
+
+// All eight fields, for comparisons that print well.
+inline std::array<WORD, 8> FieldsOf(SYSTEMTIME const &s) {
+  return {s.wYear, s.wMonth, s.wDayOfWeek, s.wDay, s.wHour, s.wMinute, s.wSecond, s.wMilliseconds};
 }
 
 }  // namespace znutil_test

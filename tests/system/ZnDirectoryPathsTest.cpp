@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -73,10 +74,7 @@ TEST(ZnDirectoryPathsTest, CreateRelativePathFindsTheWayInLowerCase) {
 }
 
 TEST(ZnDirectoryPathsTest, RemoveRelativePartsFoldsRootedPaths) {
-  struct Case {
-    char const *path;
-    char const *expected;
-  } const cases[] = {
+  std::pair<char const *, char const *> const cases[] = {
       {"C:\\a\\.\\b\\..\\c\\", "C:\\a\\c"},
       {"C:\\", "C:"},
       {"\\", ""},
@@ -88,27 +86,21 @@ TEST(ZnDirectoryPathsTest, RemoveRelativePartsFoldsRootedPaths) {
       {"\\a\\\\b\\", "\\a\\b"},
       {"", ""},
   };
-  for (Case const &c : cases) {
-    EXPECT_EQ(Text(ZnDirectory::RemoveRelativePartsFromAbsolutePath(c.path)), c.expected) << c.path;
+  for (auto const &[path, expected] : cases) {
+    EXPECT_EQ(Text(ZnDirectory::RemoveRelativePartsFromAbsolutePath(path)), expected) << path;
   }
 }
 
 TEST(ZnDirectoryPathsTest, SeparatorHelpers) {
-  EXPECT_TRUE(ZnDirectory::IsDirSplitChar('/'));
-  EXPECT_TRUE(ZnDirectory::IsDirSplitChar('\\'));
-  EXPECT_FALSE(ZnDirectory::IsDirSplitChar(':'));
-  EXPECT_FALSE(ZnDirectory::IsDirSplitChar('\0'));
-
-  struct Case {
-    char const *path;
-    char const *stripped;
-  } const cases[] = {{"", ""}, {"a", "a"}, {"a\\", "a"}, {"a/", "a"}, {"a\\\\", "a\\"}, {"\\", ""}};
-  for (Case const &c : cases) {
-    ZnString path(c.path);
-    ZnDirectory::StripTrailingDirChar(path);
-    EXPECT_EQ(Text(path), c.stripped) << c.path;
+  EXPECT_TRUE(ZnDirectory::IsDirSplitChar('/') && ZnDirectory::IsDirSplitChar('\\'));
+  EXPECT_FALSE(ZnDirectory::IsDirSplitChar(':') || ZnDirectory::IsDirSplitChar('\0'));
+  std::pair<char const *, char const *> const strips[] = {{"", ""},   {"a", "a"},       {"a\\", "a"},
+                                                          {"a/", "a"}, {"a\\\\", "a\\"}, {"\\", ""}};
+  for (auto const &[path, stripped] : strips) {
+    ZnString text(path);
+    ZnDirectory::StripTrailingDirChar(text);
+    EXPECT_EQ(Text(text), stripped) << path;
   }
-
   ZnString const mixed("C:\\a/b\\c/");
   EXPECT_EQ(Text(ZnDirectory::DosPathToUnix(mixed)), "C:/a/b/c/");
   EXPECT_EQ(Text(ZnDirectory::UnixPathToDos(mixed)), "C:\\a\\b\\c\\");

@@ -1,7 +1,6 @@
 // ZnDirectory's listing and folder operations, inside a scratch folder.
 #include <znutil/system/ZnDirectory.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -18,9 +17,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace znutil_test;
+using Strings = std::vector<std::string>;
 
-std::vector<std::string> Texts(ZnStringList const &list) {
-  std::vector<std::string> texts;
+Strings Texts(ZnStringList const &list) {
+  Strings texts;
   ZnListContext position;
   for (ZnString *text = list.First(position); text != nullptr; text = list.Next(position)) texts.push_back(Text(*text));
   return texts;
@@ -38,16 +38,14 @@ std::map<std::string, unsigned long> Listing(ZnDirectory &folder) {
 // Puts the current directory back at the end of a test that changes it.
 class CurrentDirectoryGuard {
  public:
-  CurrentDirectoryGuard() : saved_(fs::current_path()) {}
   ~CurrentDirectoryGuard() { fs::current_path(saved_); }
 
  private:
-  fs::path saved_;
+  fs::path saved_ = fs::current_path();
 };
 
 // A folder chooser for SelectDirectory that records where it started.
-std::string chooserStart;
-std::string chooserAnswer;
+std::string chooserStart, chooserAnswer;
 bool RecordingChooser(HWND, std::string const &start, std::string &chosen) {
   chooserStart = start;
   chosen = chooserAnswer;
@@ -63,68 +61,50 @@ void MakeSourceTree(ScratchDirectory const &scratch) {
   WriteFile(scratch / "src/sub/deep/four.txt", "four");
 }
 
-TEST(ZnDirectoryTest, OpenListsEveryEntryWithAttributes) {
+TEST(ZnDirectoryTest, OpenTrimsThePathAndListsEveryEntryWithLinuxAttributesAsASnapshot) {
   ScratchDirectory scratch;
   MakeSourceTree(scratch);
-  ZnDirectory folder;
-  ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src")));
-  EXPECT_EQ(folder.Count(), 5);
-  std::map<std::string, unsigned long> const entries = Listing(folder);
-  ASSERT_EQ(entries.size(), 5u);
-  for (char const *name : {".", "..", "sub"}) {
-    ASSERT_EQ(entries.count(name), 1u) << name;
-    EXPECT_NE(entries.at(name) & FILE_ATTRIBUTE_DIRECTORY, 0u) << name;
-  }
-  EXPECT_EQ(entries.at("one.txt"), FILE_ATTRIBUTE_NORMAL);
-  EXPECT_EQ(entries.at("two.dat"), FILE_ATTRIBUTE_NORMAL);
-  // The listing is a snapshot.
-  WriteFile(scratch / "src/late.txt");
-  EXPECT_EQ(folder.Count(), 5);
-}
-
-TEST(ZnDirectoryTest, OpenTrimsThePathAndDropsOneTrailingBackslash) {
-  ScratchDirectory scratch;
-  MakeSourceTree(scratch);
+  WriteFile(scratch / "src/.profile");
+  fs::permissions(WriteFile(scratch / "src/locked"), fs::perms::owner_write, fs::perm_options::remove);
   std::string const src = Backslashed(scratch / "src");
   ZnDirectory folder;
   ASSERT_TRUE(folder.Open(ZnString(("  " + src + "\\ \t").c_str())));
   EXPECT_EQ(Text(folder.GetPathName()), src);
-  ZnDirectoryFileInfo *entry = folder.First();
-  ASSERT_NE(entry, nullptr);
-  EXPECT_EQ(Text(entry->GetFilePath()), src + "\\" + Text(entry->GetFileName()));
-  // A trailing slash stays, and the join puts a backslash after it.
-  ASSERT_TRUE(folder.Open(ZnString((scratch / "src/").c_str())));
-  EXPECT_EQ(Text(folder.GetPathName()), scratch / "src/");
-  EXPECT_EQ(folder.Count(), 5);
-  EXPECT_EQ(Text(folder.First()->GetFilePath()), scratch / "src/\\" + Text(folder.First()->GetFileName()));
+  EXPECT_EQ(Text(folder.First()->GetFilePath()), src + "\\" + Text(folder.First()->GetFileName()));
+  EXPECT_EQ(folder.Count(), 7);
+  EXPECT_EQ(Listing(folder), (std::map<std::string, unsigned long>{{".", FILE_ATTRIBUTE_DIRECTORY},
+                                                                   {"..", FILE_ATTRIBUTE_DIRECTORY},
+                                                                   {"sub", FILE_ATTRIBUTE_DIRECTORY},
+                                                                   {"one.txt", FILE_ATTRIBUTE_NORMAL},
+                                                                   {"two.dat", FILE_ATTRIBUTE_NORMAL},
+                                                                   {".profile", FILE_ATTRIBUTE_HIDDEN},
+                                                                   {"locked", FILE_ATTRIBUTE_READONLY}}));
+  WriteFile(scratch / "src/late.txt");
+  EXPECT_EQ(folder.Count(), 7);
 }
 
-TEST(ZnDirectoryTest, CursorStopsAtTheEndAndNeedsFirst) {
+TEST(ZnDirectoryTest, CursorStopsAtTheEndAndAFailedOpenLeavesNothing) {
   ScratchDirectory scratch;
   MakeSourceTree(scratch);
   ZnDirectory folder;
-  ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src\\sub")));
+  // A trailing slash stays, and the join puts a backslash after it.
+  ASSERT_TRUE(folder.Open(ZnString((scratch / "src/sub/").c_str())));
+  EXPECT_EQ(Text(folder.GetPathName()), scratch / "src/sub/");
   EXPECT_EQ(folder.Next(), nullptr);  // no First yet
-  int walked = 0;
-  for (ZnDirectoryFileInfo *entry = folder.First(); entry != nullptr; entry = folder.Next()) ++walked;
+  EXPECT_EQ(Text(folder.First()->GetFilePath()), scratch / "src/sub/\\" + Text(folder.First()->GetFileName()));
+  int walked = 1;
+  while (folder.Next() != nullptr) ++walked;
   EXPECT_EQ(walked, 4);
   EXPECT_EQ(folder.Next(), nullptr);
-  EXPECT_EQ(folder.Next(), nullptr);
   EXPECT_NE(folder.First(), nullptr);  // First starts over
-  folder.Close();
-  EXPECT_EQ(folder.Count(), 0);
-  EXPECT_EQ(folder.First(), nullptr);
-}
-
-TEST(ZnDirectoryTest, OpenOfAMissingFolderFailsWithAnEmptyList) {
-  ScratchDirectory scratch;
-  MakeSourceTree(scratch);
-  ZnDirectory folder;
-  ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src")));
   EXPECT_FALSE(folder.Open(LibraryPath(scratch / "missing")));
   EXPECT_EQ(folder.Count(), 0);
   EXPECT_EQ(folder.First(), nullptr);
   EXPECT_FALSE(folder.Open(LibraryPath(scratch / "src/one.txt")));  // a file is not a folder
+  ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src")));
+  folder.Close();
+  EXPECT_EQ(folder.Count(), 0);
+  EXPECT_EQ(folder.First(), nullptr);
 }
 
 TEST(ZnDirectoryTest, ExistsTakesFilesAndFoldersWithEitherTrailingSeparator) {
@@ -132,10 +112,9 @@ TEST(ZnDirectoryTest, ExistsTakesFilesAndFoldersWithEitherTrailingSeparator) {
   MakeSourceTree(scratch);
   std::string const src = Backslashed(scratch / "src");
   EXPECT_FALSE(ZnDirectory::Exists(""));
-  EXPECT_TRUE(ZnDirectory::Exists(src.c_str()));
-  EXPECT_TRUE(ZnDirectory::Exists((src + "\\").c_str()));
-  EXPECT_TRUE(ZnDirectory::Exists((scratch / "src/").c_str()));
-  EXPECT_TRUE(ZnDirectory::Exists((src + "\\one.txt").c_str()));
+  for (std::string const &path : {src, src + "\\", scratch / "src/", src + "\\one.txt"}) {
+    EXPECT_TRUE(ZnDirectory::Exists(path.c_str())) << path;
+  }
   EXPECT_FALSE(ZnDirectory::Exists((src + "\\none.txt").c_str()));
 }
 
@@ -145,72 +124,55 @@ TEST(ZnDirectoryTest, CreateFolderReportsWhatItMadeOutermostFirst) {
   ZnStringList created;
   created.Add("stale");
   ASSERT_TRUE(ZnDirectory::CreateFolder((root + "\\a\\b").c_str(), &created));
-  EXPECT_EQ(Texts(created), (std::vector<std::string>{root + "\\a", root + "\\a\\b"}));
+  EXPECT_EQ(Texts(created), (Strings{root + "\\a", root + "\\a\\b"}));
   EXPECT_TRUE(fs::is_directory(scratch / "a/b"));
   // Forward slashes work, and only the missing part is made.
   ASSERT_TRUE(ZnDirectory::CreateFolder((scratch / "a/c/d/").c_str(), &created));
-  EXPECT_EQ(Texts(created), (std::vector<std::string>{root + "\\a\\c", root + "\\a\\c\\d"}));
+  EXPECT_EQ(Texts(created), (Strings{root + "\\a\\c", root + "\\a\\c\\d"}));
   // An existing folder clears the list and succeeds.
   ASSERT_TRUE(ZnDirectory::CreateFolder((root + "\\a").c_str(), &created));
   EXPECT_EQ(created.GetCount(), 0);
   EXPECT_TRUE(ZnDirectory::CreateFolder((root + "\\e\\f").c_str(), nullptr));
   EXPECT_TRUE(fs::is_directory(scratch / "e/f"));
-}
 
-TEST(ZnDirectoryTest, CreateFolderFailsUnderAFileAndWorksRelative) {
-  ScratchDirectory scratch;
   WriteFile(scratch / "file");
-  ZnStringList created;
   EXPECT_FALSE(ZnDirectory::CreateFolder(LibraryPath(scratch / "file/x/y"), &created));
   EXPECT_EQ(created.GetCount(), 0);
-
   CurrentDirectoryGuard guard;
   fs::current_path(scratch.Path());
   ASSERT_TRUE(ZnDirectory::CreateFolder("x/y", &created));
-  EXPECT_EQ(Texts(created), (std::vector<std::string>{"x", "x\\y"}));
+  EXPECT_EQ(Texts(created), (Strings{"x", "x\\y"}));
   EXPECT_TRUE(fs::is_directory(scratch / "x/y"));
 }
 
-TEST(ZnDirectoryTest, CopyTakesThePlainFilesOfOneFolder) {
+TEST(ZnDirectoryTest, CopyTakesThePlainFilesOfOneFolderAndStopsAtAFailure) {
   ScratchDirectory scratch;
   MakeSourceTree(scratch);
-  WriteFile(scratch / "dst-old.txt");
   std::string const root = Backslashed(scratch.Path());
   // The subfolder is glued to both roots as it stands.
   ASSERT_TRUE(ZnDirectory::Copy("\\sub", (root + "\\src").c_str(), (root + "\\dst").c_str()));
   EXPECT_EQ(ReadFile(scratch / "dst/sub/three.txt"), "three");
   EXPECT_FALSE(fs::exists(scratch / "dst/sub/deep"));
-  // A second copy replaces what is there.
   WriteFile(scratch / "src/sub/three.txt", "changed");
   ASSERT_TRUE(ZnDirectory::Copy("sub", (root + "\\src\\").c_str(), (root + "\\dst\\").c_str()));
   EXPECT_EQ(ReadFile(scratch / "dst/sub/three.txt"), "changed");
+  // Folders where the files must go.
+  fs::create_directories(scratch / "dst/one.txt");
+  fs::create_directories(scratch / "dst/two.dat");
+  EXPECT_FALSE(ZnDirectory::Copy("", (root + "\\src").c_str(), (root + "\\dst").c_str()));
 }
 
-TEST(ZnDirectoryTest, CopyMakesTheTargetBeforeTestingTheSource) {
+TEST(ZnDirectoryTest, CopyMakesTheTargetFirstAndOnlyWarnsOfAnUnlistableSource) {
   ScratchDirectory scratch;
   std::string const root = Backslashed(scratch.Path());
   EXPECT_FALSE(ZnDirectory::Copy("\\gone", (root + "\\src").c_str(), (root + "\\dst").c_str()));
   EXPECT_TRUE(fs::is_directory(scratch / "dst/gone"));
-}
 
-TEST(ZnDirectoryTest, CopyStopsAtAFailedFile) {
-  ScratchDirectory scratch;
-  MakeSourceTree(scratch);
-  fs::create_directories(scratch / "dst/one.txt");  // a folder where a file must go
-  fs::create_directories(scratch / "dst/two.dat");
-  std::string const root = Backslashed(scratch.Path());
-  EXPECT_FALSE(ZnDirectory::Copy("", (root + "\\src").c_str(), (root + "\\dst").c_str()));
-}
-
-TEST(ZnDirectoryTest, CopyOfAnUnlistableSourceShowsAMessageAndSucceeds) {
-  ScratchDirectory scratch;
   WriteFile(scratch / "plain");
-  std::string const root = Backslashed(scratch.Path());
   testing::internal::CaptureStderr();
   bool const copied = ZnDirectory::Copy("\\plain", root.c_str(), (root + "\\dst").c_str());
-  std::string const shown = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "No files in source folder!\n");
   EXPECT_TRUE(copied);
-  EXPECT_EQ(shown, "No files in source folder!\n");
 }
 
 TEST(ZnDirectoryTest, CopyFolderCopiesTreesAndIgnoresSingleFailures) {
@@ -241,7 +203,6 @@ TEST(ZnDirectoryTest, CurrentDirectoryInBackslashFormWithItsLimit) {
   EXPECT_EQ(Text(ZnDirectory::CurrentDirectory()), Backslashed(scratch.Path()));
   EXPECT_FALSE(ZnDirectory::SetCurrentDirectoryA(LibraryPath(scratch / "missing")));
   EXPECT_EQ(fs::current_path().string(), scratch.Path());
-
   // Deeper than the 511-character buffer holds.
   std::string deep = scratch.Path();
   while (deep.size() < 520) deep += "/" + std::string(40, 'd');
@@ -255,16 +216,15 @@ TEST(ZnDirectoryTest, SelectDirectoryNeedsAChooserAndRestoresTheCurrentDirectory
   MakeSourceTree(scratch);
   CurrentDirectoryGuard guard;
   fs::current_path(scratch.Path());
-  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, LibraryPath(scratch / "src"))), "");
+  ZnString const src = LibraryPath(scratch / "src");
+  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, src)), "");
   EXPECT_EQ(fs::current_path().string(), scratch.Path());
 
   znutil::platform::FolderChooser const previous = znutil::platform::SetFolderChooser(&RecordingChooser);
   chooserAnswer = "sub/deep";  // relative to where the dialog starts
-  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, LibraryPath(scratch / "src"))),
-            Backslashed(scratch / "src/sub/deep"));
-  EXPECT_EQ(chooserStart, Backslashed(scratch / "src"));
+  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, src)), Backslashed(scratch / "src/sub/deep"));
+  EXPECT_EQ(chooserStart, Text(src));
   EXPECT_EQ(fs::current_path().string(), scratch.Path());
-
   chooserAnswer.clear();  // cancelled
   EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, "")), "");
   EXPECT_EQ(chooserStart, Backslashed(scratch.Path()));

@@ -4,38 +4,24 @@
 
 namespace {
 
-TEST(ZnHPTimerTest, CountsNanosecondsOfTheMonotonicClock) {
-  ZnHPTimer const timer;
-  EXPECT_TRUE(ZnHPTimer::Initialize());
+TEST(ZnHPTimerTest, CountsNanosecondsAndMeasuresFromStartToStop) {
+  ZnHPTimer timer;
   EXPECT_TRUE(ZnHPTimer::Initialize());
   EXPECT_EQ(ZnHPTimer::GetFrequencyAsLong(), 1000000000LL);
   EXPECT_EQ(ZnHPTimer::GetFrequency(), 1e9);
-  EXPECT_EQ(timer.GetStartTimeAsLong(), 0);
   EXPECT_EQ(timer.GetFinishTimeAsLong(), 0);
-}
-
-TEST(ZnHPTimerTest, StartAndStopRecordAndYieldTheCounter) {
-  ZnHPTimer timer;
   long long const start = timer.Start();
-  long long const finish = timer.Stop();
+  long long finish = timer.Stop();
+  while (finish == start) finish = timer.Stop();
   EXPECT_EQ(timer.GetStartTimeAsLong(), start);
   EXPECT_EQ(timer.GetFinishTimeAsLong(), finish);
-  EXPECT_LE(start, finish);
+  EXPECT_LT(start, finish);
   long long total = 5;
   timer.AccumTimer(total);
   timer.AccumTimer(total);
   EXPECT_EQ(total, 5 + 2 * (finish - start));
-}
-
-TEST(ZnHPTimerTest, ElapsedFollowsStartAndFinish) {
-  ZnHPTimer timer;
-  timer.Start();
-  long long const first = timer.GetStartTimeAsLong();
-  while (timer.Stop() == first) {
-  }
   double const milliseconds = timer.GetElapsedTimeInMs();
-  EXPECT_DOUBLE_EQ(milliseconds, static_cast<double>(timer.GetFinishTimeAsLong() - first) / 1e9 * 1000.0);
-  EXPECT_GT(milliseconds, 0.0);
+  EXPECT_DOUBLE_EQ(milliseconds, static_cast<double>(finish - start) / 1e9 * 1000.0);
   EXPECT_EQ(timer.GetElapsedTimeAsZnTime(), ZnTime(static_cast<long>(milliseconds)));
 }
 
