@@ -5,11 +5,13 @@
 
 #include <atomic>
 #include <functional>
+#include <thread>
 #include <utility>
 
 #include <znutil/concurrency/ZnEvent.h>
 #include <znutil/concurrency/ZnThread.h>
 #include <znutil/concurrency/ZnThreadWork.h>
+#include <znutil/memory/ZnFixedBlockAllocator.h>
 
 #include "EventTestSupport.h"
 
@@ -42,6 +44,18 @@ inline bool RunOn(ZnThread &worker, std::function<void()> job) {
   FunctionWork work(std::move(job));
   if (!Eventually([&] { return worker.AssignWork(&work, 0); })) return false;
   return work.done.Wait(kGenerous) == 0;
+}
+
+// Runs `job` on a thread the library did not start. The thread then drops
+// its data and gives its allocator heap back, as the library's own threads
+// do at their end, so that repeated runs do not pile up heaps.
+template <class Job>
+void OnForeignThread(Job job) {
+  std::thread([&job] {
+    job();
+    ZnThread::DestroyThreadData();
+    ZnFixedBlockAllocator::Shutdown();
+  }).join();
 }
 
 // Work that says when it has started and then runs until released.

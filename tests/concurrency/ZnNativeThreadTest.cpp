@@ -171,12 +171,12 @@ TEST(ZnNativeThreadTest, MessagesReachLibraryThreadsOnly) {
   thread.SignalShutdown(true);
   EXPECT_FALSE(thread.PostThreadMessageA(0x400, 0, 0));  // its queue went with it
 
-  std::thread([] {
+  znutil_test::OnForeignThread([] {
     ZnThread adopted(ZnThread::kAdoptCallingThread);
     EXPECT_FALSE(adopted.PostThreadMessageA(0x400, 0, 0));
     ThreadMessage message;
     EXPECT_EQ(GetThreadMessage(&message, 0), WaitResult::kFailed);
-  }).join();
+  });
 }
 
 TEST(ZnNativeThreadTest, WaitObjectOutlivesTheThreadAndItsObject) {

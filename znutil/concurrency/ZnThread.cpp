@@ -130,12 +130,18 @@ bool ZnThread::AssignWork(ZnThreadWork *work, unsigned long) {
 void ZnThread::SignalShutdown(bool wait) {
   ZnPrimitiveThreadWaitObject *waiter = wait && pPrimitive != nullptr ? pPrimitive->GetWaitObject() : nullptr;
   // Once the request is in, a self-deleting thread may be gone at any
-  // moment: everything that touches this object comes first, and the
-  // wake-up goes through a share of the event of our own.
+  // moment: what touches this object is done while the request is not in
+  // yet, for the state it goes in on, and the wake-up goes through a share
+  // of the event of our own.
   std::optional<ZnEvent> wake;
-  if (ZnEvent const *wakeEvent = pevtWake.load()) wake.emplace(*wakeEvent);
-  if (IsIdle(udwState.load())) pPendingWork.store(nullptr);
-  ZnULong const before = udwState.fetch_or(kShutdownRequested);
+  ZnULong before = udwState.load();
+  do {
+    if (IsIdle(before)) {
+      pPendingWork.store(nullptr);
+      ZnEvent const *wakeEvent = pevtWake.load();
+      if (!wake && wakeEvent != nullptr) wake.emplace(*wakeEvent);
+    }
+  } while (!udwState.compare_exchange_weak(before, before | kShutdownRequested));
   if (IsIdle(before) && wake) wake->Signal();
   if (waiter != nullptr) {
     waiter->Wait(INFINITE);

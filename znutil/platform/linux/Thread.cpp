@@ -1,8 +1,9 @@
 // Threads over pthreads. Every thread that a handle names has a
 // ThreadRecord; the thread holds one reference to it until its very end,
-// which it marks from the destructor of a thread_local binding: that
+// which it marks from the destructor of a thread_local binding. A thread
+// the library starts makes that binding before anything else, so its
 // destructor runs after every other thread_local object of the thread has
-// been destroyed, so a wait on the handle ends after the thread's detach
+// been destroyed, and a wait on the handle ends after the thread's detach
 // work, as on Windows. Threads are detached: nobody joins them, and no
 // signal or cancellation is sent to a thread once it has marked its end.
 #include <znutil/platform/Thread.h>
