@@ -24,9 +24,9 @@ void BM_ZnThreadRoundTrip(benchmark::State &state) {
   ZnThread worker(0);
   Ping ping;
   for (auto _ : state) {
-    // Refused while the worker is still on its way back from the last one.
-    while (!worker.AssignWork(&ping, 0)) {
-    }
+    // Refused while the worker is still on its way back from the last
+    // one, which it may need this processor to finish.
+    while (!worker.AssignWork(&ping, 0)) std::this_thread::yield();
     ping.done.Wait(INFINITE);
   }
   worker.SignalShutdown(true);

@@ -131,13 +131,19 @@ Event::~Event() {
   pthread_mutex_destroy(&state.mutex);
 }
 
+// Sleepers are woken after the lock is released, so that they do not wake
+// only to wait for it; every sleeper re-checks, since one asleep for a
+// wait-for-all cannot take the signal of an auto-reset event on behalf of
+// a thread asleep in Wait.
 void Event::Set() {
   EventState &state = State(storage_);
-  Locked locked(state.mutex);
-  state.signalled = true;
-  // Every sleeper re-checks: one asleep for a wait-for-all cannot take the
-  // signal of an auto-reset event on behalf of a thread asleep in Wait.
-  pthread_cond_broadcast(&state.changed);
+  bool sleepers;
+  {
+    Locked locked(state.mutex);
+    state.signalled = true;
+    sleepers = state.singleWaiters + state.allWaiters > 0;
+  }
+  if (sleepers) pthread_cond_broadcast(&state.changed);
 }
 
 void Event::Reset() {
@@ -148,13 +154,17 @@ void Event::Reset() {
 
 void Event::Pulse() {
   EventState &state = State(storage_);
-  Locked locked(state.mutex);
-  if (state.singleWaiters + state.allWaiters > 0) {
-    if (!state.manualReset && state.singleWaiters > state.pulseReleases) ++state.pulseReleases;
-    ++state.pulses;
-    pthread_cond_broadcast(&state.changed);
+  bool sleepers;
+  {
+    Locked locked(state.mutex);
+    sleepers = state.singleWaiters + state.allWaiters > 0;
+    if (sleepers) {
+      if (!state.manualReset && state.singleWaiters > state.pulseReleases) ++state.pulseReleases;
+      ++state.pulses;
+    }
+    state.signalled = false;
   }
-  state.signalled = false;
+  if (sleepers) pthread_cond_broadcast(&state.changed);
 }
 
 WaitResult Event::Wait(std::uint32_t milliseconds) {
