@@ -1,9 +1,22 @@
 #!/usr/bin/env bash
-# Builds the library and runs the tour of what it offers.
+# Builds the library, runs the tour of what it offers, then shows the
+# znutil command-line tool at work.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/deps.sh
 znutil_install_deps
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build build -j2 --target tour
+cmake --build build -j2 --target tour znutil_tool
 ./build/examples/tour
+
+tool=./build/tools/znutil
+echo "== The znutil tool"
+echo "\$ znutil grep -n 'znutil (grep|version)' README.md | head -5"
+"$tool" grep -n 'znutil (grep|version)' README.md | head -5 || true
+sample=$(mktemp --suffix=.exe)
+trap 'rm -f "$sample"' EXIT
+cp tests/system/images/sample.exe "$sample"
+echo "\$ znutil version sample.exe --set-file-version 3.1.4.1"
+"$tool" version "$sample" --set-file-version 3.1.4.1
+echo "\$ znutil version sample.exe"
+"$tool" version "$sample"

@@ -4,8 +4,12 @@
 #ifndef ZNUTIL_ZNUTIL_H
 #define ZNUTIL_ZNUTIL_H
 
+#include <znutil/platform/PeFormat.h>
 #include <znutil/platform/StringTable.h>
+#include <znutil/platform/UserInterface.h>
 #include <znutil/platform/WinTypes.h>
+
+#include <znutil/application/UtilityApp.h>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>
@@ -63,12 +67,19 @@
 #include <znutil/memory/ZnFixedBlockOperators.h>
 #include <znutil/memory/ZnMemBlock.h>
 
+#include <znutil/system/ZnDirectory.h>
+#include <znutil/system/ZnDirectoryFileInfo.h>
+#include <znutil/system/ZnExeFileMapping.h>
+#include <znutil/system/ZnExeResources.h>
+#include <znutil/system/ZnFileInformation.h>
 #include <znutil/system/ZnFileTime.h>
 #include <znutil/system/ZnHPTimer.h>
+#include <znutil/system/ZnPathFunctions.h>
 #include <znutil/system/ZnStopWatch.h>
 #include <znutil/system/ZnSystemTime.h>
 #include <znutil/system/ZnTickCount.h>
 #include <znutil/system/ZnTime.h>
+#include <znutil/system/ZnVersionResource.h>
 
 #include <znutil/text/ZnNullString.h>
 #include <znutil/text/ZnPointerStorageString.h>
@@ -81,5 +92,29 @@
 #include <znutil/text/ZnStringScanner.h>
 #include <znutil/text/ZnStringSize.h>
 #include <znutil/text/ZnStringTokenizerCallBack.h>
+
+#include <znutil/values/ZnBinary.h>
+#include <znutil/values/ZnBinaryStream.h>
+#include <znutil/values/ZnFileStream.h>
+#include <znutil/values/ZnMemoryStream.h>
+#include <znutil/values/ZnStream.h>
+#include <znutil/values/ZnStreamError.h>
+#include <znutil/values/ZnStreamException.h>
+#include <znutil/values/ZnVariant.h>
+#include <znutil/values/ZnVariantData.h>
+#include <znutil/values/ZnVdBool.h>
+#include <znutil/values/ZnVdDouble.h>
+#include <znutil/values/ZnVdFloat.h>
+#include <znutil/values/ZnVdInt.h>
+#include <znutil/values/ZnVdNumber.h>
+#include <znutil/values/ZnVdString.h>
+#include <znutil/values/ZnVdUint.h>
+#include <znutil/values/ZnVdValue.h>
+
+#include <znutil/undo/ZnAction.h>
+#include <znutil/undo/ZnActionManager.h>
+
+#include <znutil/regex/ZnRegularExpression.h>
+#include <znutil/regex/regexpr.h>
 
 #endif  // ZNUTIL_ZNUTIL_H

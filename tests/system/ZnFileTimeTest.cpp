@@ -12,14 +12,18 @@
 
 #include <gtest/gtest.h>
 
+#include "ScratchDirectory.h"
 #include "TestClocks.h"
 
 namespace {
 
+using znutil_test::Backslashed;
 using znutil_test::FileTimeOf;
 using znutil_test::Fields;
 using znutil_test::ScopedTimeZone;
+using znutil_test::ScratchDirectory;
 using znutil_test::TicksOf;
+using znutil_test::WriteFile;
 
 std::int64_t const kSecondsFrom1601To1970 = 11644473600;
 
@@ -34,32 +38,6 @@ std::uint64_t ExpectedTicks(SYSTEMTIME const &fields) {
   calendar.tm_sec = fields.wSecond;
   std::int64_t const seconds = timegm(&calendar) + kSecondsFrom1601To1970;
   return static_cast<std::uint64_t>(seconds) * 10000000u + fields.wMilliseconds * 10000u;
-}
-
-// A scratch directory removed with everything in it.
-class ScratchDirectory {
- public:
-  ScratchDirectory() {
-    std::string pattern = testing::TempDir() + "znutil-filetime-XXXXXX";
-    path_ = mkdtemp(pattern.data());
-  }
-  ~ScratchDirectory() { std::filesystem::remove_all(path_); }
-  std::string const &Path() const { return path_; }
-
- private:
-  std::string path_;
-};
-
-std::string WriteFile(std::string const &path) {
-  std::ofstream(path) << "some text";
-  return path;
-}
-
-std::string Backslashed(std::string path) {
-  for (char &c : path) {
-    if (c == '/') c = '\\';
-  }
-  return path;
 }
 
 TEST(ZnFileTimeTest, SystemTimesConvertByTheCalendar) {

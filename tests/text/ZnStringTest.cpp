@@ -201,6 +201,12 @@ TEST(ZnStringTest, SubStringSearches) {
       << "a failed partial match is not tried again";
   EXPECT_EQ(ZnString("ab").ReverseContainsSubString(ZnString("abc"), 1), -1);
   EXPECT_EQ(text.ReverseContainsSubString(ZnString("H"), -1), -1);
+  ZnString cut("abXcd");
+  cut.SetCharacter(2, '\0');
+  EXPECT_EQ(cut.ContainsSubString(ZnString("cd"), 0), -1) << "the text ends at its first NUL";
+  EXPECT_EQ(cut.ContainsSubString(ZnString("b"), 0), 1);
+  EXPECT_EQ(ZnString("aaab").ContainsSubString(ZnString("aab"), 0), 1);
+  EXPECT_EQ(ZnString("abc").ContainsSubString(ZnString("bcd"), 0), -1);
 }
 
 TEST(ZnStringTest, Cutting) {

@@ -1,6 +1,6 @@
 #include <znutil/concurrency/ZnMultipleEvents.h>
 
-#include <algorithm>
+#include <vector>
 
 #include <znutil/concurrency/internal/SharedEvent.h>
 
@@ -8,19 +8,22 @@ using znutil::platform::Event;
 using znutil::platform::WaitResult;
 
 void ZnMultipleEvents::AddEvent(ZnEvent *event) {
-  if (std::find(plEvents.begin(), plEvents.end(), event) == plEvents.end()) plEvents.push_back(event);
+  ZnListContext found = plEvents.Find(event);
+  if (plEvents.GetCurrent(found) == nullptr) plEvents.Append(event);
 }
 
 void ZnMultipleEvents::RemoveEvent(ZnEvent *event) {
-  auto const found = std::find(plEvents.begin(), plEvents.end(), event);
-  if (found != plEvents.end()) plEvents.erase(found);
+  ZnListContext found = plEvents.Find(event);
+  plEvents.ZnDblList::Delete(found);
 }
 
 int ZnMultipleEvents::Wait(ZnULong milliseconds) {
-  if (plEvents.empty()) return 0;
+  if (plEvents.GetCount() == 0) return 0;
   std::vector<Event *> handles;
-  handles.reserve(plEvents.size());
-  for (ZnEvent *event : plEvents) handles.push_back(event->hEvent != nullptr ? &event->hEvent->evtSystem : nullptr);
+  handles.reserve(static_cast<std::size_t>(plEvents.GetCount()));
+  ZnListContext position;
+  for (ZnEvent *event = plEvents.First(position); event != nullptr; event = plEvents.Next(position))
+    handles.push_back(event->hEvent != nullptr ? &event->hEvent->evtSystem : nullptr);
   WaitResult const result = Event::WaitForAll(handles.data(), handles.size(), milliseconds);
   return result == WaitResult::kTimeout ? 1 : 0;
 }

@@ -10,9 +10,8 @@
 #ifndef ZNUTIL_CONCURRENCY_ZNMULTIPLEEVENTS_H
 #define ZNUTIL_CONCURRENCY_ZNMULTIPLEEVENTS_H
 
-#include <vector>
-
 #include <znutil/concurrency/ZnEvent.h>
+#include <znutil/containers/ZnTDblList.h>
 #include <znutil/platform/Export.h>
 #include <znutil/platform/WinTypes.h>
 
@@ -22,7 +21,7 @@ class ZNUTIL_API ZnMultipleEvents {
   ZnMultipleEvents(ZnMultipleEvents const &) = delete;
   ZnMultipleEvents &operator=(ZnMultipleEvents const &) = delete;
   /// Forgets the events; they stay alive.
-  virtual ~ZnMultipleEvents() = default;
+  virtual ~ZnMultipleEvents() { plEvents.Clear(); }
 
   /// Appends `event` unless this very pointer is already in the set.
   void AddEvent(ZnEvent *event);
@@ -37,7 +36,7 @@ class ZNUTIL_API ZnMultipleEvents {
   int Wait(ZnULong milliseconds);
 
  private:
-  std::vector<ZnEvent *> plEvents;
+  ZnTDblList<ZnEvent> plEvents;  // not owning
 };
 
 #endif  // ZNUTIL_CONCURRENCY_ZNMULTIPLEEVENTS_H

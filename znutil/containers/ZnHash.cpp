@@ -18,14 +18,12 @@ inline void Mix(ZnULong &a, ZnULong &b, ZnULong &c) {
   c -= a; c -= b; c ^= (b >> 15);
 }
 
-// count bytes from bytes, little-endian, into a value at shift first.
-inline ZnULong Gather(unsigned char const *bytes, ZnULong count, unsigned first) {
-  ZnULong value = 0;
-  for (ZnULong i = 0; i < count; ++i) value += static_cast<ZnULong>(bytes[i]) << (first + 8 * i);
-  return value;
+// A little-endian 32-bit word, whatever the alignment; compilers turn this
+// into one load.
+inline ZnULong Word(unsigned char const *bytes) {
+  return static_cast<ZnULong>(bytes[0]) | static_cast<ZnULong>(bytes[1]) << 8 | static_cast<ZnULong>(bytes[2]) << 16 |
+         static_cast<ZnULong>(bytes[3]) << 24;
 }
-
-inline ZnULong Word(unsigned char const *bytes) { return Gather(bytes, 4, 0); }
 
 }  // namespace
 
@@ -40,10 +38,22 @@ ZnULong ZnHash(void const *key, ZnULong length, ZnULong seed) {
     Mix(a, b, c);
   }
   c += length;
-  // The tail: the low byte of c holds the length, so bytes 8-10 go above it.
-  if (left > 8) c += Gather(bytes + 8, left - 8, 8);
-  if (left > 4) b += Gather(bytes + 4, (left > 8 ? 8 : left) - 4, 0);
-  a += Gather(bytes, left > 4 ? 4 : left, 0);
+  // The tail, last byte first; the low byte of c holds the length, so
+  // bytes 8-10 go above it. Every case falls through to the next.
+  switch (left) {
+    case 11: c += static_cast<ZnULong>(bytes[10]) << 24; [[fallthrough]];
+    case 10: c += static_cast<ZnULong>(bytes[9]) << 16; [[fallthrough]];
+    case 9: c += static_cast<ZnULong>(bytes[8]) << 8; [[fallthrough]];
+    case 8: b += static_cast<ZnULong>(bytes[7]) << 24; [[fallthrough]];
+    case 7: b += static_cast<ZnULong>(bytes[6]) << 16; [[fallthrough]];
+    case 6: b += static_cast<ZnULong>(bytes[5]) << 8; [[fallthrough]];
+    case 5: b += bytes[4]; [[fallthrough]];
+    case 4: a += static_cast<ZnULong>(bytes[3]) << 24; [[fallthrough]];
+    case 3: a += static_cast<ZnULong>(bytes[2]) << 16; [[fallthrough]];
+    case 2: a += static_cast<ZnULong>(bytes[1]) << 8; [[fallthrough]];
+    case 1: a += bytes[0]; break;
+    default: break;
+  }
   Mix(a, b, c);
   return c;
 }

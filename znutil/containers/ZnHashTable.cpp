@@ -55,19 +55,24 @@ void ZnHashTable::MakeDynamic(int percent) {
 
 ZnHTErrorCode ZnHashTable::Search(ZnHashTableItem *probe, ZnHashTableItem *&found, int *bucket, int *slot,
                                   ZnChainNode **previous) const {
-  found = nullptr;
-  *bucket = static_cast<int>(probe->Hash() % static_cast<ZnULong>(iBucketCount));
+  int const home = static_cast<int>(probe->Hash() % static_cast<ZnULong>(iBucketCount));
+  ZnHashTableItem *const *const cells = &Cell(home, 0);
+  *bucket = home;
   *previous = nullptr;
-  for (*slot = 0; *slot < iSlotsPerBucket; ++*slot) {
-    ZnHashTableItem *const stored = Cell(*bucket, *slot);
-    if (stored == nullptr) return ZnHTNotFound;  // packed: no chain behind a free cell
-    if (stored->Equals(probe)) {
-      found = stored;
+  found = nullptr;
+  for (int cell = 0; cell < iSlotsPerBucket; ++cell) {
+    if (cells[cell] == nullptr) {
+      *slot = cell;  // cells are packed: no chain behind a free one
+      return ZnHTNotFound;
+    }
+    if (cells[cell]->Equals(probe)) {
+      *slot = cell;
+      found = cells[cell];
       return ZnHTExists;
     }
   }
   *slot = -1;
-  for (ZnChainNode *node = ppChains[*bucket]; node != nullptr; node = node->pNext) {
+  for (ZnChainNode *node = ppChains[home]; node != nullptr; node = node->pNext) {
     if (node->pItem->Equals(probe)) {
       found = node->pItem;
       return ZnHTExists;

@@ -57,24 +57,10 @@ class ZnTDblList : public ZnDblList {
 
   /// Frees every node. When owner, each item goes to a ZnTListItemDestroy<T>
   /// without inner, which deletes nothing unless T's specialisation says so.
-  void Clear() override {
-    if (!bOwner) {
-      ZnDblList::Clear();
-      return;
-    }
-    ZnTListItemDestroy<T> typed;
-    ZnDblList::Clear(typed);
-  }
+  void Clear() override { ClearThrough(nullptr); }
   /// Frees every node, handing each item to destroyer (through a
   /// ZnTListItemDestroy<T> when owner).
-  void Clear(ZnListItemDestroy &destroyer) override {
-    if (!bOwner) {
-      ZnDblList::Clear(destroyer);
-      return;
-    }
-    ZnTListItemDestroy<T> typed(&destroyer);
-    ZnDblList::Clear(typed);
-  }
+  void Clear(ZnListItemDestroy &destroyer) override { ClearThrough(&destroyer); }
   /// Takes out what filter picks; when owner, each such item is deleted once.
   void Clear(ZnListItemFilter &filter) override {
     if (!bOwner) {
@@ -94,6 +80,16 @@ class ZnTDblList : public ZnDblList {
   void RevokeOwnership() { bOwner = false; }
 
  private:
+  void ClearThrough(ZnListItemDestroy *inner) {
+    ZnTListItemDestroy<T> typed(inner);
+    if (bOwner) {
+      ZnDblList::Clear(typed);
+    } else if (inner != nullptr) {
+      ZnDblList::Clear(*inner);
+    } else {
+      ZnDblList::Clear();
+    }
+  }
   void *Dispose(void *item) {
     if (!bOwner) return item;
     delete static_cast<T *>(item);

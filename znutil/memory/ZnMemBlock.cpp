@@ -6,7 +6,7 @@
 
 namespace platform = znutil::platform;
 
-unsigned long ZnMemBlock::dwPageSize = 0;
+std::atomic<unsigned long> ZnMemBlock::dwPageSize{0};
 
 ZnMemBlock::ZnMemBlock(unsigned int reserveBytes, ZnMemBlockType type, unsigned int commitBytes, void **ppAddress,
                        unsigned int *pCommitted, unsigned int *pReserved)
@@ -27,18 +27,22 @@ ZnMemBlock::~ZnMemBlock() {
 }
 
 unsigned long ZnMemBlock::GetPageSize() {
-  if (dwPageSize == 0) dwPageSize = static_cast<unsigned long>(platform::PageSize());
-  return dwPageSize;
+  unsigned long size = dwPageSize.load(std::memory_order_relaxed);
+  if (size == 0) {
+    size = static_cast<unsigned long>(platform::PageSize());
+    dwPageSize.store(size, std::memory_order_relaxed);
+  }
+  return size;
 }
 
 unsigned int ZnMemBlock::RoundUpToPages(unsigned int size) const {
-  unsigned int const page = static_cast<unsigned int>(dwPageSize);
+  unsigned int const page = static_cast<unsigned int>(GetPageSize());
   return (size + page - 1) / page * page;
 }
 
 void *ZnMemBlock::Alloc(unsigned int size, unsigned int *pGot) {
   size = RoundUpToPages(size);
-  if (eType == ZnMemBlockGrowDown) size += static_cast<unsigned int>(dwPageSize);
+  if (eType == ZnMemBlockGrowDown) size += static_cast<unsigned int>(GetPageSize());
   if (pBase == nullptr || udwTotalReserved - udwTotalCommitted < size) {
     if (pGot != nullptr) *pGot = udwTotalReserved - udwTotalCommitted;
     return nullptr;
@@ -60,7 +64,7 @@ void *ZnMemBlock::CommitUp(unsigned int size) {
 }
 
 void *ZnMemBlock::CommitDown(unsigned int size) {
-  std::size_t const page = dwPageSize;
+  std::size_t const page = GetPageSize();
   char *top = static_cast<char *>(pTop);
   // The old guard page becomes ordinary memory before the block grows below it.
   if (top != nullptr && !platform::CommitPages(top, page)) return nullptr;

@@ -12,6 +12,8 @@
 #ifndef ZNUTIL_MEMORY_ZNMEMBLOCK_H
 #define ZNUTIL_MEMORY_ZNMEMBLOCK_H
 
+#include <atomic>
+
 #include <znutil/platform/Export.h>
 
 enum ZnMemBlockType { ZnMemBlockGrowUp = 0, ZnMemBlockGrowDown = 1 };
@@ -60,7 +62,9 @@ class ZNUTIL_API ZnMemBlock {
   void *pTop;
   ZnMemBlockType eType;
 
-  static unsigned long dwPageSize;
+  // Fetched once; threads that make their first chunks at the same moment
+  // may both store the same value.
+  static std::atomic<unsigned long> dwPageSize;
 };
 
 #endif  // ZNUTIL_MEMORY_ZNMEMBLOCK_H

@@ -2,13 +2,17 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   Calendar.cpp
   PathText.cpp
   StringTable.cpp
+  UserInterface.cpp
   WideText.cpp
   linux/Clock.cpp
   linux/Directory.cpp
+  linux/DirectoryListing.cpp
   linux/Event.cpp
   linux/File.cpp
-  linux/FileTimes.cpp
+  linux/FileInformation.cpp
+  linux/FileMapping.cpp
   linux/Heap.cpp
+  linux/Module.cpp
   linux/Random.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp

@@ -2,7 +2,6 @@
 
 #include <znutil/platform/Clock.h>
 #include <znutil/platform/File.h>
-#include <znutil/platform/FileTimes.h>
 
 namespace platform = znutil::platform;
 
@@ -44,10 +43,10 @@ void ZnFileTime::Convert(SYSTEMTIME *system) const {
 bool ZnFileTime::SetFromFile(ZnString const &path) {
   HANDLE const file = platform::CreateFileA(path, GENERIC_READ, OPEN_EXISTING);
   if (file == INVALID_HANDLE_VALUE) return false;
-  platform::FileTimes times;
-  bool const read = platform::GetFileTimes(file, &times);
+  BY_HANDLE_FILE_INFORMATION information;
+  bool const read = platform::GetFileInformationByHandle(file, &information);
   platform::CloseHandle(file);
-  if (read) *this = times.ftLastWriteTime;
+  if (read) *this = information.ftLastWriteTime;
   return read;
 }
 

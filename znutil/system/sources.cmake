@@ -1,7 +1,17 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnDirectory.cpp
+  ZnDirectoryFileInfo.cpp
+  ZnDirectoryFolders.cpp
+  ZnDirectoryPaths.cpp
+  ZnExeFileMapping.cpp
+  ZnExeResources.cpp
+  ZnFileInformation.cpp
   ZnFileTime.cpp
   ZnHPTimer.cpp
+  ZnPathFunctions.cpp
   ZnStopWatch.cpp
   ZnSystemTime.cpp
   ZnTickCount.cpp
-  ZnTime.cpp)
+  ZnTime.cpp
+  ZnVersionResource.cpp
+  internal/VersionBlock.cpp)

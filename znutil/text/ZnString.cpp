@@ -226,7 +226,6 @@ ZnString ZnString::operator+(ZnString const &text) const {
 
 // Comparison.
 
-int ZnString::Compare(ZnString const &other) const { return pzsrRef->CompareToInternal(other.pzsrRef->GetInternal()); }
 
 int ZnString::operator==(ZnNullString const &) const {
   return Length() == 0 && (pzsrRef->GetInternal() == nullptr || pzsrRef->GetInternal()[0] == '\0');

@@ -19,6 +19,7 @@
 #ifndef ZNUTIL_TEXT_ZNSTRING_H
 #define ZNUTIL_TEXT_ZNSTRING_H
 
+#include <cstring>
 #include <ctime>
 #include <iosfwd>
 
@@ -35,6 +36,7 @@ class ZnPointerStorageString;
 class ZnStringList;
 class ZnSystemTime;
 class ZnTime;
+class ZnVariant;
 class ZnStringTokenizerCallBack;
 
 class ZNUTIL_API ZnString {
@@ -62,6 +64,8 @@ class ZNUTIL_API ZnString {
   ZnString(float value);
   /// "%lf".
   ZnString(double value);
+  /// Shares the ref of the variant's ToString.
+  ZnString(ZnVariant const &value);
   ~ZnString() { Dereference(); }
 
   ZnString &operator=(ZnString const &other);
@@ -96,6 +100,12 @@ class ZNUTIL_API ZnString {
   operator unsigned short *();
   /// Frees the copies kept for the pointer conversions.
   void Compact() const;
+  /// The text itself, read-only and never null, valid until this value
+  /// changes: for reading without the copy the conversions make.
+  char const *Chars() const {
+    char const *text = pzsrRef->GetInternal();
+    return text != nullptr ? text : "";
+  }
 
   // Appending (<<, +=) and prepending (>>). Each changes this string.
 
@@ -133,7 +143,10 @@ class ZNUTIL_API ZnString {
   // Comparison, as strcmp on unsigned bytes.
 
   /// -1, 0 or 1.
-  int Compare(ZnString const &other) const;
+  int Compare(ZnString const &other) const {
+    int const result = std::strcmp(Chars(), other.Chars());
+    return (result > 0) - (result < 0);
+  }
   /// As _stricmp: the difference of the first unequal lower-cased bytes.
   int CaseCompare(ZnString const &other) const;
   int operator==(ZnString const &other) const { return Compare(other) == 0; }
@@ -305,11 +318,6 @@ class ZNUTIL_API ZnString {
   ZnString Edited(void (ZnString::*edit)()) const;
   ZnString Substring(int start, int n) const;
   bool Searchable(int start) const;
-  /// The text, never null.
-  char const *Chars() const {
-    char const *text = pzsrRef->GetInternal();
-    return text != nullptr ? text : "";
-  }
   /// Private and empty, keeping the buffer.
   void Empty();
   int FormatCalendar(char const *format, std::tm const &calendar);

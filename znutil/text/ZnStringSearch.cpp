@@ -35,8 +35,18 @@ int ZnString::HaveCharactersInSet(ZnString const &set, int start) const {
 
 int ZnString::ContainsSubString(ZnString const &sub, int start) const {
   if (!Searchable(start) || sub.Length() == 0) return -1;
+  // strstr, by strchr on the first character and memcmp on the rest: strchr
+  // stops at the first NUL just as strstr does, and memcmp stays inside the
+  // buffer, which holds Length() + 1 bytes.
   char const *text = pzsrRef->GetInternal();
-  return IndexOf(std::strstr(text + start, sub.pzsrRef->GetInternal()), text);
+  char const *const end = text + Length();
+  char const *wanted = sub.pzsrRef->GetInternal();
+  std::size_t const size = std::strlen(wanted);
+  for (char const *at = std::strchr(text + start, wanted[0]); at != nullptr && at + size <= end;
+       at = std::strchr(at + 1, wanted[0])) {
+    if (std::memcmp(at, wanted, size) == 0) return static_cast<int>(at - text);
+  }
+  return -1;
 }
 
 int ZnString::CaseContainsSubString(ZnString const &sub, int start) const {

@@ -1,5 +1,6 @@
 // The entry of a keyed index: a key it owns and a value it does not.
-// `Traits` gives the key's hash and equality.
+// `Traits` gives the key's hash and equality. The entry keeps its key's
+// hash, so that a lookup compares keys only when the hashes agree.
 #ifndef ZNUTIL_CONTAINERS_INTERNAL_ZNKEYEDENTRY_H
 #define ZNUTIL_CONTAINERS_INTERNAL_ZNKEYEDENTRY_H
 
@@ -25,13 +26,18 @@ struct ZnIntegerKey {
 template <typename Key, typename Traits>
 class ZnKeyedEntry : public ZnHashTableItem {
  public:
-  ZnKeyedEntry(Key const &key, void *value) : key_(key), pValue(value) {}
-  ZnULong Hash() const override { return Traits::Hash(key_); }
+  ZnKeyedEntry(Key const &key, void *value) : key_(key), pValue(value), udwHash(0) {}
+  ZnULong Hash() const override {
+    if (udwHash == 0) udwHash = Traits::Hash(key_);
+    return udwHash;
+  }
   void *GetKey() const override { return const_cast<Key *>(&key_); }
   void *GetData() const override { return pValue; }
   ZnHashTableItem *Clone() const override { return new ZnKeyedEntry(*this); }
   bool Equals(ZnHashTableItem const *other) const override {
-    return Traits::Equal(key_, static_cast<ZnKeyedEntry const *>(other)->key_);
+    auto const *entry = static_cast<ZnKeyedEntry const *>(other);
+    // Different hashes mean different keys: spares reaching the other key.
+    return Hash() == entry->Hash() && Traits::Equal(key_, entry->key_);
   }
 
  protected:
@@ -39,6 +45,9 @@ class ZnKeyedEntry : public ZnHashTableItem {
 
  private:
   void *pValue;
+  // The key's hash, computed at first need; 0 means not yet (a key whose
+  // hash is 0 is merely hashed again).
+  mutable ZnULong udwHash;
 };
 
 }  // namespace detail

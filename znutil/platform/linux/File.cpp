@@ -31,7 +31,7 @@ int OpenFlags(DWORD access, DWORD disposition) {
 
 }  // namespace
 
-HANDLE CreateFileA(char const *path, DWORD access, DWORD disposition) {
+HANDLE CreateFileA(char const *path, DWORD access, DWORD disposition, DWORD flags) {
   if (path == nullptr) return INVALID_HANDLE_VALUE;
   int const descriptor = open(ToSystemPath(path).c_str(), OpenFlags(access, disposition), 0666);
   if (descriptor < 0) return INVALID_HANDLE_VALUE;
@@ -40,6 +40,7 @@ HANDLE CreateFileA(char const *path, DWORD access, DWORD disposition) {
     close(descriptor);
     return INVALID_HANDLE_VALUE;
   }
+  if ((flags & FILE_FLAG_SEQUENTIAL_SCAN) != 0) posix_fadvise(descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
   return new FileHandleObject(descriptor);
 }
 
@@ -68,6 +69,13 @@ bool WriteFile(HANDLE file, void const *buffer, DWORD size, DWORD *done) {
     *done += static_cast<DWORD>(put);
   }
   return true;
+}
+
+DWORD SetFilePointer(HANDLE file, LONG distance, DWORD method) {
+  int const descriptor = DescriptorOf(file);
+  int const whence = method == FILE_BEGIN ? SEEK_SET : method == FILE_END ? SEEK_END : SEEK_CUR;
+  off_t const position = descriptor < 0 ? -1 : lseek(descriptor, distance, whence);
+  return position < 0 ? INVALID_SET_FILE_POINTER : static_cast<DWORD>(position);
 }
 
 bool GetFileSize(HANDLE file, std::uint64_t *size) {

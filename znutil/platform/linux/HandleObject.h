@@ -3,6 +3,8 @@
 #ifndef ZNUTIL_PLATFORM_LINUX_HANDLEOBJECT_H
 #define ZNUTIL_PLATFORM_LINUX_HANDLEOBJECT_H
 
+#include <cstddef>
+
 #include <znutil/platform/WinTypes.h>
 
 namespace znutil {
@@ -22,6 +24,19 @@ class FileHandleObject final : public HandleObject {
 
  private:
   int descriptor_;
+};
+
+/// A file mapping: its own descriptor of the file, so that the file may be
+/// closed before the view is made, and the size the view will have.
+class MappingHandleObject final : public HandleObject {
+ public:
+  MappingHandleObject(int descriptor, std::size_t size) : file_(descriptor), size_(size) {}
+  int Descriptor() const { return file_.Descriptor(); }
+  std::size_t Size() const { return size_; }
+
+ private:
+  FileHandleObject file_;
+  std::size_t size_;
 };
 
 /// The object behind `handle`, or null for null and INVALID_HANDLE_VALUE.

@@ -4,9 +4,16 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+// GCC says __SANITIZE_ADDRESS__; clang before 15 only answers __has_feature.
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/lsan_interface.h>
 #define ZNUTIL_LEAK_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZNUTIL_LEAK_SANITIZER 1
+#endif
+#endif
+#ifdef ZNUTIL_LEAK_SANITIZER
+#include <sanitizer/lsan_interface.h>
 #endif
 
 namespace znutil {

@@ -1,0 +1,305 @@
+// The compiler: byte programs, sets, messages and first-character maps.
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "RegexprTestSupport.h"
+
+namespace {
+
+using namespace regex_test;
+
+std::string Members(Bytes const &program) {
+  std::string members;
+  for (int c = 0; c < 256; ++c) {
+    if ((program.at(1 + c / 8) >> (c % 8)) & 1) members += static_cast<char>(c);
+  }
+  return members;
+}
+
+std::string AllBut(std::string const &excluded) {
+  std::string all;
+  for (int c = 0; c < 256; ++c) {
+    if (excluded.find(static_cast<char>(c)) == std::string::npos) all += static_cast<char>(c);
+  }
+  return all;
+}
+
+struct ProgramCase {
+  char const *pattern;
+  int syntax;
+  Bytes program;
+};
+
+TEST(RegexprCompileTest, EmitsTheByteProgramOfEachConstruct) {
+  ProgramCase const cases[] = {
+      {"a", kDefaultSyntax, Program({Char('a'), Op(kEnd)})},
+      {"A", kDefaultSyntax, Program({Char('a'), Op(kEnd)})},
+      {"A", kDefaultSyntax & ~SYNTAX_FOLD_CASE, Program({Char('A'), Op(kEnd)})},
+      {"a*", kDefaultSyntax, Program({Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Op(kEnd)})},
+      {"a+", kDefaultSyntax,
+       Program({Jump(kBranchEnter, 3), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Op(kEnd)})},
+      {"a?", kDefaultSyntax, Program({Jump(kBranch, 2), Char('a'), Op(kEnd)})},
+      {"a**", kDefaultSyntax,
+       Program({Jump(kBranch, 11), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Jump(kStarJump, -14),
+                Op(kEnd)})},
+      {"ab*", kDefaultSyntax, Program({Char('a'), Jump(kBranch, 5), Char('b'), Jump(kStarJump, -8), Op(kEnd)})},
+      {"a|b", kDefaultSyntax, Program({Jump(kBranch, 5), Char('a'), Jump(kJump, 2), Char('b'), Op(kEnd)})},
+      {"a\nb", kDefaultSyntax, Program({Jump(kBranch, 5), Char('a'), Jump(kJump, 2), Char('b'), Op(kEnd)})},
+      {"ab|cd", kDefaultSyntax,
+       Program({Jump(kBranch, 7), Char('a'), Char('b'), Jump(kJump, 4), Char('c'), Char('d'), Op(kEnd)})},
+      {"a|b|c", kDefaultSyntax,
+       Program({Jump(kBranch, 5), Char('a'), Jump(kJump, 10), Jump(kBranch, 5), Char('b'), Jump(kJump, 2), Char('c'),
+                Op(kEnd)})},
+      {"a|", kDefaultSyntax, Program({Jump(kBranch, 5), Char('a'), Jump(kJump, 0), Op(kEnd)})},
+      {"|a", kDefaultSyntax, Program({Jump(kBranch, 3), Jump(kJump, 2), Char('a'), Op(kEnd)})},
+      {"(a)", kDefaultSyntax, Program({Op(kGroupOpen, 1), Char('a'), Op(kGroupClose, 1), Op(kEnd)})},
+      {"()", kDefaultSyntax, Program({Op(kGroupOpen, 1), Op(kGroupClose, 1), Op(kEnd)})},
+      {"(a)*", kDefaultSyntax,
+       Program({Jump(kBranch, 9), Op(kGroupOpen, 1), Char('a'), Op(kGroupClose, 1), Jump(kStarJump, -12),
+                Op(kEnd)})},
+      {"(a|b)*c", kDefaultSyntax,
+       Program({Jump(kBranch, 17), Op(kGroupOpen, 1), Jump(kBranch, 5), Char('a'), Jump(kJump, 2), Char('b'),
+                Op(kGroupClose, 1), Jump(kStarJump, -20), Char('c'), Op(kEnd)})},
+      {"^a$", kDefaultSyntax, Program({Op(kLineStart), Char('a'), Op(kLineEnd), Op(kEnd)})},
+      {"^*", kDefaultSyntax, Program({Op(kLineStart), Op(kEnd)})},
+      {"^a|b", kDefaultSyntax,
+       Program({Jump(kBranch, 6), Op(kLineStart), Char('a'), Jump(kJump, 2), Char('b'), Op(kEnd)})},
+      {"(a$)", kDefaultSyntax, Program({Op(kGroupOpen, 1), Char('a'), Op(kLineEnd), Op(kGroupClose, 1), Op(kEnd)})},
+      {".", kDefaultSyntax, Program({Op(kAny), Op(kEnd)})},
+      {"\\1", kDefaultSyntax, Program({Op(kBackref, 1), Op(kEnd)})},
+      {"\\v30", kDefaultSyntax, Program({Op(kBackref, 3), Op(kEnd)})},
+      {"\\(\\|\\)", kDefaultSyntax, Program({Char('('), Char('|'), Char(')'), Op(kEnd)})},
+      {"\\w\\b\\V\\x41\\n\\T", kDefaultSyntax,
+       Program({Char('w'), Char(8), Char(11), Char('a'), Char(10), Char(9), Op(kEnd)})},
+      {"\\<a\\>", kWordSyntax, Program({Op(kWordStart), Char('a'), Op(kWordEnd), Op(kEnd)})},
+      {"\\w\\W\\b\\B\\`\\'", kWordSyntax,
+       Program({Op(kWordChar, 1), Op(kNotWordChar, 1), Op(kWordEdge), Op(kNotWordEdge), Op(kTextStart),
+                Op(kTextEnd), Op(kEnd)})},
+      {"\\(a\\)\\|b", 0,
+       Program({Jump(kBranch, 9), Op(kGroupOpen, 1), Char('a'), Op(kGroupClose, 1), Jump(kJump, 2), Char('b'),
+                Op(kEnd)})},
+      {"a\\+", SYNTAX_QUOTED_PLUS_QM,
+       Program({Jump(kBranchEnter, 3), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Op(kEnd)})},
+      {"a+\\n", 0, Program({Jump(kBranchEnter, 3), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Char('n'),
+                            Op(kEnd)})},
+      {"*a^", kDefaultSyntax & ~SYNTAX_STRICT_OPERATORS, Program({Char('*'), Char('a'), Char('^'), Op(kEnd)})},
+  };
+  for (ProgramCase const &c : cases) {
+    Compiled compiled(c.pattern, c.syntax);
+    ASSERT_EQ(compiled.Error(), nullptr) << c.pattern;
+    EXPECT_EQ(compiled.ProgramBytes(), c.program) << c.pattern << " under " << c.syntax;
+  }
+}
+
+TEST(RegexprCompileTest, AnchorsBindTighterThanAlternationUnlessTheOptionSaysOther) {
+  Compiled loose("^a|b", kDefaultSyntax | SYNTAX_VBAR_OVER_ANCHORS);
+  // The anchor now applies to the whole alternation, which follows it.
+  EXPECT_EQ(loose.ProgramBytes(),
+            Program({Op(kLineStart), Jump(kBranch, 5), Char('a'), Jump(kJump, 2), Char('b'), Op(kEnd)}));
+}
+
+TEST(RegexprCompileTest, AZeroByteInThePatternIsALiteral) {
+  Compiled compiled(std::string("a\0b", 3));
+  EXPECT_EQ(compiled.ProgramBytes(), Program({Char('a'), Char('\0'), Char('b'), Op(kEnd)}));
+}
+
+TEST(RegexprCompileTest, GroupsBeyondTheNinthGroupButCaptureNothing) {
+  Compiled compiled("(a)(b)(c)(d)(e)(f)(g)(h)(i)(j)");
+  ASSERT_EQ(compiled.Error(), nullptr);
+  Bytes const program = compiled.ProgramBytes();
+  Bytes const tail = Program({Op(kGroupOpen, 9), Char('i'), Op(kGroupClose, 9), Char('j'), Op(kEnd)});
+  EXPECT_TRUE(std::equal(tail.begin(), tail.end(), program.end() - tail.size()));
+  EXPECT_EQ(program.size(), 9 * 6 + 2 + 1u);
+
+  Compiled nested("((((((((((((a))))))))))))");
+  Bytes expected;
+  for (int r = 1; r <= 9; ++r) expected.insert(expected.end(), {kGroupOpen, static_cast<unsigned char>(r)});
+  expected.insert(expected.end(), {kChar, 'a'});
+  for (int r = 9; r >= 1; --r) expected.insert(expected.end(), {kGroupClose, static_cast<unsigned char>(r)});
+  expected.push_back(kEnd);
+  EXPECT_EQ(nested.ProgramBytes(), expected);
+}
+
+struct SetCase {
+  char const *pattern;
+  std::string members;
+};
+
+TEST(RegexprCompileTest, SetsHoldTheirMembersUnfolded) {
+  SetCase const cases[] = {
+      {"[a-c]", "abc"},
+      {"[]a]", "]a"},
+      {"[a-]", "-a"},
+      {"[a-c-e]", "-abce"},
+      {"[z-a]", "z"},  // z is a member before the - makes it a range, which adds nothing
+      {"[A]", "A"},
+      {"[\\v]", "\v"},
+      {"[\\]x]", "]x"},
+      {"[\\x41-\\x43]", "ABC"},
+      {"[^a]", AllBut("a")},
+      {"[^]]", AllBut("]")},
+      {"[.*(|]", "(*.|"},
+  };
+  for (SetCase const &c : cases) {
+    Compiled compiled(c.pattern);
+    ASSERT_EQ(compiled.Error(), nullptr) << c.pattern;
+    Bytes const program = compiled.ProgramBytes();
+    ASSERT_EQ(program.size(), 34u) << c.pattern;
+    EXPECT_EQ(program[0], kSet);
+    EXPECT_EQ(Members(program), c.members) << c.pattern;
+  }
+  // Without escape sequences a backslash is an ordinary member.
+  Compiled plain("[\\n]", kDefaultSyntax & ~SYNTAX_ESCAPE_SEQUENCES);
+  EXPECT_EQ(Members(plain.ProgramBytes()), "\\n");
+}
+
+struct ErrorCase {
+  std::string pattern;
+  char const *message;
+};
+
+TEST(RegexprCompileTest, ReportsEachErrorWithItsMessage) {
+  char const *const special = "Badly placed special character";
+  char const *const parenthesis = "Badly placed parenthesis";
+  char const *const premature = "Regular expression ends prematurely";
+  char const *const registerNumber = "Bad match register number";
+  char const *const complex = "Regular expression too complex";
+  ErrorCase const cases[] = {
+      {"*a", special},         {"+a", special},           {"?a", special},
+      {"(*a)", special},       {"a|*b", special},         {"a^b", special},
+      {"a$b", special},        {"a)", parenthesis},       {"(a", parenthesis},
+      {"((a)", parenthesis},   {"\\", premature},         {"[a", premature},
+      {"[", premature},        {"[^", premature},         {"[a\\", premature},
+      {"\\x4", premature},     {"\\x", premature},        {"\\xg1", "Bad hexadecimal number"},
+      {"\\x4g", "Bad hexadecimal number"},                {"\\0", registerNumber},
+      {"\\v03", registerNumber}, {"\\v00", registerNumber}, {"\\va1", registerNumber},
+      {"\\v3", premature},     {"\\v", premature},
+      {std::string(100, '(') + std::string(100, ')'), complex},
+  };
+  for (ErrorCase const &c : cases) {
+    Compiled compiled(c.pattern);
+    ASSERT_NE(compiled.Error(), nullptr) << c.pattern;
+    EXPECT_STREQ(compiled.Error(), c.message) << c.pattern;
+  }
+  Compiled deepest(std::string(99, '(') + "a" + std::string(99, ')'));
+  EXPECT_EQ(deepest.Error(), nullptr);
+}
+
+TEST(RegexprCompileTest, LimitsPendingAlternativesAndJumpLengths) {
+  std::string alternatives = "a";
+  for (int i = 0; i < 100; ++i) alternatives += "|a";
+  EXPECT_EQ(Compiled(alternatives).Error(), nullptr);
+  EXPECT_STREQ(Compiled(alternatives + "|a").Error(), "Regular expression too complex");
+
+  // A loop over more code than a 16-bit displacement can span.
+  Compiled tooLong("(" + std::string(20000, 'a') + ")*");
+  EXPECT_STREQ(tooLong.Error(), "Regular expression too complex");
+  Compiled longButLocal(std::string(20000, 'a') + "*");
+  EXPECT_EQ(longButLocal.Error(), nullptr);
+}
+
+TEST(RegexprCompileTest, KeepsThePartialProgramOnError) {
+  Compiled compiled("ab\\0");
+  EXPECT_STREQ(compiled.Error(), "Bad match register number");
+  EXPECT_EQ(compiled.ProgramBytes(), Program({Char('a'), Char('b')}));
+  EXPECT_GE(compiled.Buffer()->allocated, 256);
+}
+
+TEST(RegexprCompileTest, GrowsTheProgramInStepsOf256PlusTheRequest) {
+  Compiled compiled(std::string(127, 'a') + "b");  // 256 bytes of op_char, then op_end
+  EXPECT_EQ(compiled.Buffer()->used, 257);
+  EXPECT_EQ(compiled.Buffer()->allocated, 256 + 256 + 1);
+}
+
+TEST(RegexprCompileTest, TranslatesPatternBytes) {
+  unsigned char translate[256];
+  for (int c = 0; c < 256; ++c) translate[c] = static_cast<unsigned char>(c == 'x' ? 'y' : c);
+  regexpr_buffer buffer = {};
+  buffer.translate = translate;
+  regexpr_set_syntax(kDefaultSyntax);
+  ASSERT_EQ(regexpr_compile("x[x]", 4, &buffer), nullptr);
+  EXPECT_EQ(buffer.buffer[1], 'y');
+  Bytes const set(buffer.buffer + 2, buffer.buffer + 2 + 33);
+  EXPECT_EQ(Members(set), "y");
+  ZenoUtilFree(buffer.buffer);
+}
+
+struct FirstMapCase {
+  char const *pattern;
+  int syntax;
+  std::string map;
+  int emptyMatch;
+  int anchor;
+};
+
+TEST(RegexprCompileTest, FirstMapTellsWhereAMatchCanBegin) {
+  FirstMapCase const cases[] = {
+      {"abc", kDefaultSyntax, "Aa", 0, 0},
+      {"ab", kDefaultSyntax & ~SYNTAX_FOLD_CASE, "a", 0, 0},
+      {"[aB]", kDefaultSyntax, "Ba", 0, 0},
+      {"(a|b)c", kDefaultSyntax, "ABab", 0, 0},
+      {"x*y", kDefaultSyntax, "XYxy", 0, 0},
+      {"x+y", kDefaultSyntax, "Xx", 0, 0},
+      {"a*", kDefaultSyntax, "Aa", 1, 0},
+      {"$", kDefaultSyntax, "\n", 2, 0},
+      {"a?$", kDefaultSyntax, "\nAa", 2, 0},
+      {"^a", kDefaultSyntax, "Aa", 0, 1},
+      {"^a|b", kDefaultSyntax, "ABab", 0, 0},
+      {"\\`a", kWordSyntax, "Aa", 0, 2},
+      {"\\<1", kWordSyntax, "1", 0, 0},
+      {".", kDefaultSyntax, AllBut("\n"), 0, 0},
+      {"\\1", kDefaultSyntax, AllBut(""), 1, 0},
+      {"()a", kDefaultSyntax, "Aa", 0, 0},
+  };
+  for (FirstMapCase const &c : cases) {
+    Compiled compiled(c.pattern, c.syntax);
+    compiled.AddFirstMap();
+    regexpr_buffer const *buffer = compiled.Buffer();
+    std::string map;
+    for (int i = 0; i < 256; ++i) {
+      if (buffer->first_map[i]) map += static_cast<char>(i);
+    }
+    EXPECT_EQ(map, c.map) << c.pattern;
+    EXPECT_EQ(buffer->empty_match, c.emptyMatch) << c.pattern;
+    EXPECT_EQ(buffer->anchor, c.anchor) << c.pattern;
+    EXPECT_EQ(buffer->first_map_valid, 1);
+  }
+  Compiled words("\\w", kWordSyntax);
+  words.AddFirstMap();
+  EXPECT_EQ(std::count(words.Buffer()->first_map, words.Buffer()->first_map + 256, 1), 62);
+}
+
+TEST(RegexprCompileTest, FirstMapOfALongProgramAllocatesItsScratch) {
+  std::string pattern;
+  for (int i = 0; i < 3000; ++i) pattern += "a?";
+  pattern += "b";
+  Compiled compiled(pattern);
+  ASSERT_GT(compiled.Buffer()->used, 512);
+  compiled.AddFirstMap();
+  EXPECT_EQ(compiled.Buffer()->first_map['b'], 1);
+  EXPECT_EQ(compiled.Buffer()->first_map['a'], 1);
+  EXPECT_EQ(compiled.Buffer()->first_map['c'], 0);
+}
+
+TEST(RegexprCompileTest, SetSyntaxReturnsTheFormerValue) {
+  regexpr_set_syntax(7);
+  EXPECT_EQ(regexpr_set_syntax(kDefaultSyntax), 7);
+  EXPECT_EQ(regexpr_set_syntax(kDefaultSyntax), kDefaultSyntax);
+}
+
+TEST(RegexprCompileTest, StaticPatternIsKeptAcrossANullCompile) {
+  // The only test that uses the library-wide pattern, so nothing was compiled yet.
+  EXPECT_STREQ(regexpr_static_compile(nullptr), "Out of memory");
+  regexpr_set_syntax(kDefaultSyntax);
+  EXPECT_EQ(regexpr_static_compile("b+c"), nullptr);
+  EXPECT_TRUE(regexpr_static_search("aabbc"));
+  EXPECT_EQ(regexpr_static_compile(nullptr), nullptr);
+  EXPECT_TRUE(regexpr_static_search("xbc"));
+  EXPECT_FALSE(regexpr_static_search("cb"));
+  EXPECT_STREQ(regexpr_static_compile("(b"), "Badly placed parenthesis");
+}
+
+}  // namespace

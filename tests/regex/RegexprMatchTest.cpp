@@ -1,0 +1,304 @@
+// The matcher and the search: results, registers, two-part texts, the
+// failure stack, the star_jump rewrite and the first-character map.
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "RegexprTestSupport.h"
+
+namespace {
+
+using namespace regex_test;
+
+struct SearchCase {
+  char const *pattern;
+  std::string text;
+  int at;      // where the match begins, or -1
+  int length;  // of the match
+};
+
+// Each case is searched with and without a first-character map, which must
+// not change the result.
+TEST(RegexprMatchTest, SearchFindsTheFirstMatchFromTheLeft) {
+  SearchCase const cases[] = {
+      {"abc", "xABCx", 1, 3},
+      {"[a-c]+", "ABC", -1, 0},
+      {"[A-C]+", "xABC", 1, 3},
+      {"(a)\\1", "aa", 0, 2},
+      {"(a)\\1", "aA", -1, 0},
+      {".", "\n", -1, 0},
+      {"[^a]", "\n", 0, 1},
+      {"^b", "a\nb", 2, 1},
+      {"^b", "ab", -1, 0},
+      {"a$", "a\nb", 0, 1},
+      {"a$", "ab", -1, 0},
+      {"b$", "ab", 1, 1},
+      {"\\1", "aaa", -1, 0},
+      {"x*", "", 0, 0},
+      {"", "abc", 0, 0},
+      {"a*a", "aaa", 0, 3},
+      {"a*b", "aaab", 0, 4},
+      {"a+", "baaa", 1, 3},
+      {"a?b", "cab", 1, 2},
+      {"cat|dog", "hotdog", 3, 3},
+      {"(ab)+c", "ababc", 0, 5},
+      {"a.c", "a\nc abc", 4, 3},
+      {"[0-9]+\\.[0-9]*", "v12.5", 1, 4},
+      {"x\\x41", "xa", 0, 2},
+      {"$", "ab", 2, 0},
+      {"a*$", "baa", 1, 2},
+  };
+  for (bool withMap : {false, true}) {
+    for (SearchCase const &c : cases) {
+      Compiled compiled(c.pattern);
+      ASSERT_EQ(compiled.Error(), nullptr) << c.pattern;
+      if (withMap) compiled.AddFirstMap();
+      regexpr_registers regs;
+      int const at = compiled.Search(c.text, &regs);
+      EXPECT_EQ(at, c.at) << c.pattern << " in " << c.text << (withMap ? " with map" : "");
+      if (at >= 0) {
+        EXPECT_EQ(regs.start[0], c.at) << c.pattern;
+        EXPECT_EQ(regs.end[0] - regs.start[0], c.length) << c.pattern;
+      }
+    }
+  }
+}
+
+TEST(RegexprMatchTest, RegistersRecordGroupsAndSurviveBacktracking) {
+  Compiled compiled("(a)x|ab");
+  regexpr_registers regs;
+  EXPECT_EQ(compiled.Match("ab", 0, &regs), 2);
+  EXPECT_EQ(regs.start[0], 0);
+  EXPECT_EQ(regs.end[0], 2);
+  // The abandoned first alternative's group keeps what it matched.
+  EXPECT_EQ(regs.start[1], 0);
+  EXPECT_EQ(regs.end[1], 1);
+  for (int r = 2; r < REGEXPR_REGISTERS; ++r) EXPECT_EQ(regs.start[r], -1);
+
+  Compiled nested("((a)(b))c(d)?");
+  EXPECT_EQ(nested.Search("xabc", &regs), 1);
+  EXPECT_EQ(regs.start[1], 1);
+  EXPECT_EQ(regs.end[1], 3);
+  EXPECT_EQ(regs.start[2], 1);
+  EXPECT_EQ(regs.end[2], 2);
+  EXPECT_EQ(regs.start[3], 2);
+  EXPECT_EQ(regs.end[3], 3);
+  EXPECT_EQ(regs.start[4], -1) << "an optional group that did not take part";
+  EXPECT_EQ(regs.end[4], -1);
+
+  Compiled plain("b");
+  regs.start[5] = 7;
+  EXPECT_EQ(plain.Search("ab", &regs), 1);
+  EXPECT_EQ(regs.start[5], -1) << "without groups every group register is unset";
+}
+
+TEST(RegexprMatchTest, TenGroupsFillNineRegisters) {
+  Compiled compiled("(a)(b)(c)(d)(e)(f)(g)(h)(i)(j)");
+  regexpr_registers regs;
+  ASSERT_EQ(compiled.Match("abcdefghij", 0, &regs), 10);
+  for (int r = 1; r < REGEXPR_REGISTERS; ++r) {
+    EXPECT_EQ(regs.start[r], r - 1);
+    EXPECT_EQ(regs.end[r], r);
+  }
+}
+
+TEST(RegexprMatchTest, BackReferencesCompareExactBytes) {
+  Compiled compiled("([a-z]+)-\\1");
+  regexpr_registers regs;
+  EXPECT_EQ(compiled.Search("xx abc-abc", &regs), 3);
+  EXPECT_EQ(regs.end[0], 10);
+  EXPECT_EQ(compiled.Search("abc-ABC"), -1);
+  Compiled longForm("(a)\\v10");
+  EXPECT_EQ(longForm.Match("aa"), 2);
+}
+
+TEST(RegexprMatchTest, WordOperatorsLookAtBothSides) {
+  struct Case {
+    char const *pattern;
+    char const *text;
+    int at;
+  } const cases[] = {
+      {"\\<b", "ab b", 3},        {"b\\>", "bb a", 1},       {"\\bx", "x", 0},
+      {"x\\b", "x", 0},           {"a\\bb", "ab", -1},       {"a\\b-", "a-", 0},
+      {"\\Bx", "x", -1},          {"x\\B", "x", -1},         {"a\\B-", "a-", 0},
+      {"a\\Bb", "ab", -1},        {"\\w+", "--ab1_", 2},     {"\\W", "ab_", 2},
+      {"\\`a", "ba", -1},         {"a\\'", "aba", 2},        {"\\<", "", -1},
+      {"\\>", "", -1},
+  };
+  for (auto const &c : cases) {
+    Compiled compiled(c.pattern, kWordSyntax);
+    ASSERT_EQ(compiled.Error(), nullptr) << c.pattern;
+    EXPECT_EQ(compiled.Search(c.text), c.at) << c.pattern << " in " << c.text;
+  }
+}
+
+TEST(RegexprMatchTest, SearchesBackwardsWithANegativeRange) {
+  for (bool withMap : {false, true}) {
+    Compiled compiled("a+");
+    if (withMap) compiled.AddFirstMap();
+    std::string const text = "a-aa-a";
+    EXPECT_EQ(compiled.Search(text, 5, -5), 5);
+    EXPECT_EQ(compiled.Search(text, 4, -4), 3);
+    EXPECT_EQ(compiled.Search(text, 4, -1), 3);
+    EXPECT_EQ(compiled.Search(text, 1, -1), 0);
+    EXPECT_EQ(compiled.Search(text, 1, 0), -1) << "range 0 tries only the start";
+    EXPECT_EQ(compiled.Search(text, 6, -100), 5) << "a range past the start stops there";
+    EXPECT_EQ(compiled.Search(text, 1, 100), 2) << "a range past the end stops there";
+    EXPECT_EQ(compiled.Search(text, 7, 1), -1);
+    EXPECT_EQ(compiled.Search(text, -1, 3), -1);
+  }
+}
+
+TEST(RegexprMatchTest, SearchesTwoPartsAsIfJoined) {
+  Compiled compiled("(lo) (w)or");
+  regexpr_set_syntax(kDefaultSyntax);
+  regexpr_registers regs;
+  char const first[] = "hello w";
+  char const second[] = "orld";
+  EXPECT_EQ(regexpr_search_parts(compiled.Buffer(), first, 7, second, 4, 0, 11, &regs, 11), 3);
+  EXPECT_EQ(regs.end[0], 9);
+  EXPECT_EQ(regs.start[2], 6);
+  EXPECT_EQ(regs.end[2], 7);
+  // The stop offset ends the text: nothing at or beyond it is read.
+  EXPECT_EQ(regexpr_search_parts(compiled.Buffer(), first, 7, second, 4, 0, 11, &regs, 8), -1);
+  EXPECT_EQ(regexpr_match_parts(compiled.Buffer(), first, 7, second, 4, 3, &regs, 9), 6);
+
+  Compiled lineEnd("o$");
+  EXPECT_EQ(regexpr_search_parts(lineEnd.Buffer(), "hello", 5, "\nx", 2, 0, 7, nullptr, 7), 4);
+  EXPECT_EQ(regexpr_search_parts(lineEnd.Buffer(), "hello", 5, "x", 1, 0, 6, nullptr, 6), -1);
+  EXPECT_EQ(regexpr_search_parts(lineEnd.Buffer(), "", 0, "hello", 5, 0, 5, nullptr, 5), 4);
+
+  Compiled backref("(ab)\\1");
+  EXPECT_EQ(regexpr_search_parts(backref.Buffer(), "xa", 2, "bab", 3, 0, 5, &regs, 5), 1);
+  EXPECT_EQ(regs.end[0], 5);
+}
+
+TEST(RegexprMatchTest, WordStartAtThePartBoundaryReadsTheFirstPartsFirstByte) {
+  // Deliberate quirk: at the end of the first part op_word_start takes the
+  // first byte of the first part as the byte at the position.
+  Compiled compiled("\\<-", kWordSyntax);
+  regexpr_set_syntax(kWordSyntax);
+  EXPECT_EQ(regexpr_match_parts(compiled.Buffer(), "a-", 2, "-z", 2, 2, nullptr, 4), 1);
+  EXPECT_EQ(compiled.Match("a--z", 2), -1);
+}
+
+TEST(RegexprMatchTest, StarJumpBecomesABranchUpdateWhenTheLoopCannotOverlap) {
+  struct Case {
+    char const *pattern;
+    char const *text;
+    int starJumpAt;
+    unsigned char becomes;
+  } const cases[] = {
+      {"a*b", "aaab", 5, kBranchUpdate},   {"a*a", "aaa", 5, kJump},          {"a*", "aa", 5, kBranchUpdate},
+      {"a*A", "aa", 5, kJump},             {"a*[A]", "aA", 5, kJump},         {"[ab]*c", "abc", 36, kBranchUpdate},
+      {".*\\n", "ab\n", 4, kBranchUpdate},  {".*b", "abb", 4, kJump},          {"(a)*b", "ab", 9, kBranchUpdate},
+      {"(a|b)*c", "abc", 17, kJump},       {"(a?)*b", "ab", 12, kJump},       {"\\w*-", "ab-", 0, 0},
+      {"(ab)*a", "aba", 11, kJump},        {"(ab)*b", "abb", 11, kBranchUpdate},
+  };
+  for (auto const &c : cases) {
+    Compiled compiled(c.pattern);
+    ASSERT_EQ(compiled.Error(), nullptr) << c.pattern;
+    if (c.becomes == 0) continue;
+    Bytes const before = compiled.ProgramBytes();
+    ASSERT_EQ(before.at(c.starJumpAt), kStarJump) << c.pattern;
+    compiled.Search(c.text);
+    Bytes const after = compiled.ProgramBytes();
+    EXPECT_EQ(after[c.starJumpAt], c.becomes) << c.pattern;
+    int const displacement = static_cast<short>(before[c.starJumpAt + 1] | before[c.starJumpAt + 2] << 8);
+    int const rewritten = static_cast<short>(after[c.starJumpAt + 1] | after[c.starJumpAt + 2] << 8);
+    EXPECT_EQ(rewritten, displacement + (c.becomes == kBranchUpdate ? 3 : 0)) << c.pattern;
+  }
+}
+
+TEST(RegexprMatchTest, ABranchUpdateLoopUsesOneFailureEntry) {
+  std::string const many(20000, 'a');
+  Compiled star("a*b");
+  EXPECT_EQ(star.Match(many + "b"), 20001);
+  EXPECT_EQ(star.Match(many + "b"), 20001) << "and again with the rewritten program";
+  Compiled plus("a+b");
+  EXPECT_EQ(plus.Match(many + "b"), 20001);
+  EXPECT_EQ(plus.Match("b"), -1);
+  Compiled update("(ab)+c");
+  EXPECT_EQ(update.Match("ababc"), 5);
+  EXPECT_EQ(update.Match("c"), -1);
+}
+
+TEST(RegexprMatchTest, FailureStackHolds4100EntriesThenGivesUp) {
+  // a*a keeps a plain jump, so each round of the loop pushes one entry:
+  // n letters take n + 1 entries.
+  Compiled compiled("a*a");
+  EXPECT_EQ(compiled.Match(std::string(100, 'a')), 100) << "within the frame's 128";
+  EXPECT_EQ(compiled.Match(std::string(4099, 'a')), 4099);
+  EXPECT_EQ(compiled.Match(std::string(4100, 'a')), -2);
+  EXPECT_EQ(compiled.Search(std::string(4100, 'a')), -2) << "the search stops at -2";
+
+  Compiled alternation("(a|b)*c");
+  EXPECT_EQ(alternation.Search(std::string(5000, 'a')), -2);
+  Compiled emptyRounds("(a?)*b");
+  EXPECT_EQ(emptyRounds.Search("ab"), -2) << "rounds that match empty go on until the stack is full";
+  Compiled emptyLoop("()*");
+  EXPECT_EQ(emptyLoop.Match("x"), -2) << "a loop that consumes nothing runs until the stack is full";
+}
+
+TEST(RegexprMatchTest, ExponentialBacktrackingEndsWithinTheWorkBound) {
+  Compiled compiled("(a|aa)(a|aa)*(a|aa)*(a|aa)*b");
+  EXPECT_EQ(compiled.Search(std::string(60, 'a')), -2);
+  EXPECT_EQ(compiled.Search("aaaab"), 0) << "ordinary inputs are unaffected";
+}
+
+TEST(RegexprMatchTest, FirstMapSearchKeepsResultsAndAnchors) {
+  Compiled lineStart("^a");
+  lineStart.AddFirstMap();
+  EXPECT_EQ(lineStart.Buffer()->anchor, 1);
+  EXPECT_EQ(lineStart.Search("ba\naa"), 3);
+  EXPECT_EQ(lineStart.Search("ba ba"), -1);
+
+  Compiled textStart("\\`a", kWordSyntax);
+  textStart.AddFirstMap();
+  EXPECT_EQ(textStart.Search("aa", 0, 2), 0);
+  EXPECT_EQ(textStart.Search("aa", 1, 1), -1) << "a buffer-start pattern only tries offset 0";
+
+  Compiled lineEnd("x?$");
+  lineEnd.AddFirstMap();
+  EXPECT_EQ(lineEnd.Search("ab"), 2) << "can match empty at the end";
+
+  // A stale map is rebuilt by the next search.
+  Compiled recompiled("q");
+  recompiled.AddFirstMap();
+  regexpr_set_syntax(kDefaultSyntax);
+  ASSERT_EQ(regexpr_compile("z", 1, recompiled.Buffer()), nullptr);
+  EXPECT_EQ(recompiled.Buffer()->first_map_valid, 0);
+  EXPECT_EQ(recompiled.Search("aqz"), 2);
+}
+
+TEST(RegexprMatchTest, TranslateAppliesToTextAndBackReferences) {
+  unsigned char translate[256];
+  for (int c = 0; c < 256; ++c) translate[c] = static_cast<unsigned char>(c == '-' ? '_' : c);
+  Compiled compiled("a_(b)\\1");
+  compiled.Buffer()->translate = translate;
+  EXPECT_EQ(compiled.Search("xa-bb"), 1);
+  compiled.AddFirstMap();
+  EXPECT_EQ(compiled.Search("xa-bb"), 1);
+}
+
+TEST(RegexprMatchTest, BadArgumentsFindNothing) {
+  Compiled compiled("a");
+  regexpr_set_syntax(kDefaultSyntax);
+  EXPECT_EQ(regexpr_match(compiled.Buffer(), "a", 1, 2, nullptr), -1);
+  EXPECT_EQ(regexpr_match(compiled.Buffer(), "a", -1, 0, nullptr), -1);
+  EXPECT_EQ(regexpr_match_parts(compiled.Buffer(), nullptr, 3, "a", 1, 0, nullptr, 4), -1);
+  EXPECT_EQ(regexpr_search(compiled.Buffer(), "a", 1, 1, -2147483647 - 1, nullptr), 0);
+  EXPECT_EQ(regexpr_match_parts(compiled.Buffer(), "ba", 2, "a", 1, 1, nullptr, 99), 1) << "stop is cut to the text";
+}
+
+TEST(RegexprMatchTest, APartialProgramNeverMatches) {
+  for (char const *pattern : {"a(", "a|b\\0", "(a*\\0", "[a"}) {
+    Compiled compiled(pattern);
+    ASSERT_NE(compiled.Error(), nullptr);
+    EXPECT_EQ(compiled.Search("aaaa"), -1) << pattern;
+    compiled.AddFirstMap();
+    EXPECT_EQ(compiled.Search("aaaa"), -1) << pattern;
+  }
+}
+
+}  // namespace

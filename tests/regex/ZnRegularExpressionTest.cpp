@@ -1,0 +1,172 @@
+#include <znutil/regex/ZnRegularExpression.h>
+
+#include <cstdint>
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <znutil/memory/ZenoUtilHeap.h>
+
+namespace {
+
+std::string Text(ZnString const &s) { return std::string(static_cast<char const *>(s), s.Length()); }
+
+// Whether a search without the map gives up (-2). Such a search may give up
+// at a position that the map skips, so its result is not comparable.
+bool GivesUp(std::string const &pattern, std::string const &text) {
+  regexpr_buffer buffer = {};
+  regexpr_set_syntax(499);
+  regexpr_compile(pattern.data(), static_cast<int>(pattern.size()), &buffer);
+  int const size = static_cast<int>(text.size());
+  int const result = regexpr_search(&buffer, text.data(), size, 0, size, nullptr);
+  ZenoUtilFree(buffer.buffer);
+  return result == -2;
+}
+
+TEST(ZnRegularExpressionTest, CompilesAndReportsErrors) {
+  ZnRegularExpression good("a(b)c");
+  EXPECT_TRUE(good.Valid());
+  EXPECT_TRUE(good.CompileErrorString() == NULL_STRING);
+  EXPECT_EQ(good.RegisterCount(), 1);
+
+  ZnRegularExpression bad("(a");
+  EXPECT_FALSE(bad.Valid());
+  EXPECT_EQ(Text(bad.CompileErrorString()), "Badly placed parenthesis");
+  EXPECT_EQ(bad.RegisterCount(), 0);
+  EXPECT_FALSE(bad.Matches("aaa")) << "a partial program matches nothing";
+  EXPECT_EQ(Text(ZnRegularExpression("a**+?|*").CompileErrorString()), "Badly placed special character");
+}
+
+TEST(ZnRegularExpressionTest, RegisterCountIsAPlainCountOfParentheses) {
+  EXPECT_EQ(ZnRegularExpression("(a)").RegisterCount(), 1);
+  EXPECT_EQ(ZnRegularExpression("\\(").RegisterCount(), 1);
+  EXPECT_EQ(ZnRegularExpression("[(]").RegisterCount(), 1);
+  EXPECT_EQ(ZnRegularExpression("(a)(b)(c)(d)(e)(f)(g)(h)(i)(j)(k)").RegisterCount(), 11);
+  EXPECT_EQ(ZnRegularExpression("").RegisterCount(), 0);
+}
+
+TEST(ZnRegularExpressionTest, MatchesRecordsPositionAndRegisters) {
+  ZnRegularExpression re("([a-z]+)@([a-z]+)\\.org");
+  EXPECT_FALSE(re.HaveMatch()) << "no match before the first search";
+  ASSERT_TRUE(re.Matches("mail: bob@example.org!"));
+  EXPECT_TRUE(re.HaveMatch());
+  EXPECT_EQ(re.MatchedStart(), 6);
+  EXPECT_EQ(re.MatchedEnd(), 21);
+  EXPECT_EQ(re.RegisterStart(1), 6);
+  EXPECT_EQ(re.RegisterEnd(1), 9);
+  EXPECT_EQ(re.RegisterStart(2), 10);
+  EXPECT_EQ(re.RegisterEnd(2), 17);
+  EXPECT_EQ(re.RegisterStart(3), -1);
+  EXPECT_EQ(re.RegisterStart(10), -1) << "outside the registers";
+  EXPECT_EQ(re.RegisterEnd(-1), -1);
+  EXPECT_FALSE(re.Matches("bob at example.org"));
+  EXPECT_FALSE(re.HaveMatch());
+
+  ZnRegularExpression folded("ABC");
+  EXPECT_TRUE(folded.Matches("xabcx"));
+  EXPECT_EQ(folded.MatchedStart(), 1);
+  ZnRegularExpression empty("");
+  EXPECT_TRUE(empty.Matches(NULL_STRING));
+  EXPECT_EQ(empty.MatchedEnd(), 0);
+}
+
+TEST(ZnRegularExpressionTest, AnExhaustedFailureStackIsNoMatch) {
+  ZnRegularExpression re("(a|b)*c");
+  EXPECT_FALSE(re.Matches(ZnString::MakeFill('a', 5000)));
+  EXPECT_FALSE(re.HaveMatch());
+  EXPECT_TRUE(re.Matches("abac"));
+}
+
+TEST(ZnRegularExpressionTest, CopiesShareTheProgramAndLiveIndependently) {
+  auto *original = new ZnRegularExpression("x(y+)z");
+  ZnRegularExpression copy(*original);
+  original->Optimize();
+  ZnRegularExpression assigned("unused");
+  assigned = *original;
+  delete original;
+  EXPECT_TRUE(copy.Matches("axyyz"));
+  EXPECT_EQ(copy.RegisterEnd(1), 4);
+  copy.Optimize();
+  EXPECT_TRUE(assigned.Matches("xyz"));
+  EXPECT_FALSE(copy.Matches("xz"));
+  assigned = assigned;
+  EXPECT_TRUE(assigned.Valid());
+}
+
+TEST(ZnRegularExpressionTest, OptimizedLineStartTriesOnlyLineStarts) {
+  ZnRegularExpression plain("^b+");
+  ZnRegularExpression optimized("^b+");
+  optimized.Optimize();
+  optimized.Optimize();  // only the first call has effect
+  for (char const *text : {"ab\nbb", "bab", "a\n\nb", "ab", "\n"}) {
+    EXPECT_EQ(plain.Matches(text), optimized.Matches(text)) << text;
+    if (plain.HaveMatch()) {
+      EXPECT_EQ(plain.MatchedStart(), optimized.MatchedStart()) << text;
+    }
+  }
+  EXPECT_TRUE(optimized.Matches("ab\nbb"));
+  EXPECT_EQ(optimized.MatchedStart(), 3);
+}
+
+struct DosCase {
+  char const *wildcard;
+  char const *pattern;
+};
+
+TEST(ZnRegularExpressionTest, DosToRegExConvertsWildcards) {
+  DosCase const cases[] = {
+      {"", "^$"},
+      {"a?c", "^a.c$"},
+      {"*.txt", "^.*\\.txt$"},
+      {"*", "^.*$"},
+      {"a.b.c", "^a\\.b\\.c$"},
+      {"..", "^\\.\\.$"},
+      {"f(1)+[x]", "^f(1)+[x]$"},  // kept as pattern characters: deliberate
+  };
+  for (DosCase const &c : cases) EXPECT_EQ(Text(ZnRegularExpression::DosToRegEx(c.wildcard)), c.pattern);
+
+  ZnRegularExpression re(ZnRegularExpression::DosToRegEx("*.TXT"));
+  EXPECT_TRUE(re.Matches("notes.txt"));
+  EXPECT_FALSE(re.Matches("notes.txt.bak"));
+  EXPECT_FALSE(re.Matches("notesatxt"));
+}
+
+// Random patterns over a small alphabet, searched in random texts with and
+// without Optimize: the first map only skips positions where no match can
+// begin, so where both searches finish, they agree.
+TEST(ZnRegularExpressionTest, OptimizeNeverChangesAResult) {
+  std::mt19937 random(20240611);
+  auto pick = [&random](char const *from) {
+    std::string const s(from);
+    return s[random() % s.size()];
+  };
+  int compared = 0;
+  for (int round = 0; round < 4000; ++round) {
+    std::string pattern;
+    for (int n = random() % 8; n >= 0; --n) pattern += pick("abcAB..**+?|()[]^$-\\");
+    ZnRegularExpression plain(pattern.c_str());
+    if (!plain.Valid()) continue;
+    ZnRegularExpression optimized(pattern.c_str());
+    optimized.Optimize();
+    for (int t = 0; t < 8; ++t) {
+      std::string text;
+      for (int n = random() % 12; n > 0; --n) text += pick("abcAB\n-");
+      ZnString const subject(text.c_str());
+      bool const found = plain.Matches(subject);
+      bool const foundOptimized = optimized.Matches(subject);
+      if (GivesUp(pattern, text)) continue;
+      ++compared;
+      ASSERT_EQ(found, foundOptimized) << "pattern " << pattern << " text " << text;
+      EXPECT_EQ(plain.MatchedStart(), optimized.MatchedStart()) << pattern << " / " << text;
+      EXPECT_EQ(plain.MatchedEnd(), optimized.MatchedEnd()) << pattern << " / " << text;
+      for (int r = 1; r < REGEXPR_REGISTERS; ++r) {
+        EXPECT_EQ(plain.RegisterStart(r), optimized.RegisterStart(r)) << pattern << " / " << text;
+        EXPECT_EQ(plain.RegisterEnd(r), optimized.RegisterEnd(r)) << pattern << " / " << text;
+      }
+    }
+  }
+  EXPECT_GT(compared, 1000);
+}
+
+}  // namespace

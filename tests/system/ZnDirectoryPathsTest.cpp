@@ -1,0 +1,141 @@
+// The path arithmetic of ZnDirectory and the splitting free functions:
+// pure text, checked against tables of stated results.
+#include <znutil/system/ZnDirectory.h>
+#include <znutil/system/ZnPathFunctions.h>
+
+#include <cstddef>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "ScratchDirectory.h"
+
+namespace {
+
+using znutil_test::Text;
+
+// A path function of two paths, its arguments and its stated result.
+struct PathCase {
+  char const *first;
+  char const *second;
+  char const *expected;
+};
+
+template <std::size_t N>
+void ExpectResults(ZnString (*function)(ZnString const &, ZnString const &), PathCase const (&cases)[N]) {
+  for (PathCase const &c : cases) {
+    EXPECT_EQ(Text(function(c.first, c.second)), c.expected) << "arguments " << c.first << ", " << c.second;
+  }
+}
+
+TEST(ZnDirectoryPathsTest, CreateAbsolutePathResolvesAgainstBase) {
+  PathCase const cases[] = {
+      {"C:\\a\\b", "..\\c", "C:\\a\\c"},
+      {"C:\\a\\b", "..\\..\\..\\..\\c", "C:\\c"},  // the climb stops at the drive
+      {"C:\\a\\b", "..", "C:\\a"},
+      {"C:\\a\\", "..", "C:\\"},  // a bare drive keeps its separator
+      {"C:\\a", "D:\\x", "D:\\x"},
+      {"C:\\a", "\\x", "C:\\x"},
+      {"C:/a", "/x", "C:\\x"},
+      {"C:/a/b", "../c", "C:\\a\\c"},
+      {"C:\\a", "D:x", "D:x"},  // drive-relative: the colon decides
+      {"C:\\a", ".\\x", "C:\\a\\x"},
+      {"C:\\a", ".", "C:\\a\\."},
+      {"C:\\a", "", "C:\\a\\"},
+      {"C:\\a\\", "x", "C:\\a\\x"},
+      {"C:\\x\\y", "..\\a\\..\\b", "C:\\x\\a\\..\\b"},  // only leading ".." climb
+      {"C:\\a\\b", "..foo", "C:\\a\\b\\..foo"},
+      {"\\tmp\\x", "..\\y", "\\tmp\\y"},
+      {"\\tmp", "..\\..\\..", "\\"},
+      {"", "x", "\\x"},
+      {"", "..\\x", "x"},
+  };
+  ExpectResults(&ZnDirectory::CreateAbsolutePath, cases);
+}
+
+TEST(ZnDirectoryPathsTest, CreateRelativePathFindsTheWayInLowerCase) {
+  PathCase const cases[] = {
+      {"c:\\a\\b", "c:\\a\\b", "."},
+      {"C:\\A\\B", "c:\\a\\b\\", "."},
+      {"c:/a/b/", "C:\\A\\b", "."},
+      {"c:\\a\\b", "c:\\a\\c\\d", "..\\c\\d"},
+      {"c:\\a\\b\\c", "c:\\a", "..\\..\\"},  // an ancestor ends in a separator
+      {"c:\\a", "c:\\a\\b", ".\\b"},
+      {"c:\\a", "c:\\a\\b\\c", ".\\b\\c"},
+      {"c:\\abc", "c:\\ab", "..\\ab"},  // a prefix inside a name is undone
+      {"c:\\ab", "c:\\abc", "..\\abc"},
+      {"c:\\a\\b", "c:\\x", "..\\..\\x"},
+      {"c:\\a", "d:\\a", "d:\\a"},
+      {"C:\\A", "D:\\X\\", "d:\\x"},
+      {"C:\\Data\\One", "C:\\Data\\Two\\File.TXT", "..\\two\\file.txt"},
+  };
+  ExpectResults(&ZnDirectory::CreateRelativePath, cases);
+}
+
+TEST(ZnDirectoryPathsTest, RemoveRelativePartsFoldsRootedPaths) {
+  struct Case {
+    char const *path;
+    char const *expected;
+  } const cases[] = {
+      {"C:\\a\\.\\b\\..\\c\\", "C:\\a\\c"},
+      {"C:\\", "C:"},
+      {"\\", ""},
+      {"\\..\\a", "\\..\\a"},  // ".." above the root stays
+      {"\\a\\..\\..", "\\.."},
+      {"a\\..\\b", "a\\..\\b"},  // not rooted: left alone
+      {"C:a\\..\\b", "C:a\\..\\b"},
+      {"C:/a/./b", "C:\\a\\b"},
+      {"\\a\\\\b\\", "\\a\\b"},
+      {"", ""},
+  };
+  for (Case const &c : cases) {
+    EXPECT_EQ(Text(ZnDirectory::RemoveRelativePartsFromAbsolutePath(c.path)), c.expected) << c.path;
+  }
+}
+
+TEST(ZnDirectoryPathsTest, SeparatorHelpers) {
+  EXPECT_TRUE(ZnDirectory::IsDirSplitChar('/'));
+  EXPECT_TRUE(ZnDirectory::IsDirSplitChar('\\'));
+  EXPECT_FALSE(ZnDirectory::IsDirSplitChar(':'));
+  EXPECT_FALSE(ZnDirectory::IsDirSplitChar('\0'));
+
+  struct Case {
+    char const *path;
+    char const *stripped;
+  } const cases[] = {{"", ""}, {"a", "a"}, {"a\\", "a"}, {"a/", "a"}, {"a\\\\", "a\\"}, {"\\", ""}};
+  for (Case const &c : cases) {
+    ZnString path(c.path);
+    ZnDirectory::StripTrailingDirChar(path);
+    EXPECT_EQ(Text(path), c.stripped) << c.path;
+  }
+
+  ZnString const mixed("C:\\a/b\\c/");
+  EXPECT_EQ(Text(ZnDirectory::DosPathToUnix(mixed)), "C:/a/b/c/");
+  EXPECT_EQ(Text(ZnDirectory::UnixPathToDos(mixed)), "C:\\a\\b\\c\\");
+  EXPECT_EQ(Text(mixed), "C:\\a/b\\c/");
+}
+
+TEST(ZnDirectoryPathsTest, FreeFunctionsSplitLikeSplitPath) {
+  struct Case {
+    char const *path;
+    char const *fileName, *directory, *base, *extension, *drive, *withoutDrive;
+  } const cases[] = {
+      {"C:\\tools\\App.exe", "App.exe", "C:\\tools\\", "App", ".exe", "C:", "\\tools\\App.exe"},
+      {"a/b.c.d", "b.c.d", "a/", "b.c", ".d", "", "a/b.c.d"},
+      {"D:name", "name", "D:", "name", "", "D:", "name"},
+      {"\\dir.x\\noext", "noext", "\\dir.x\\", "noext", "", "", "\\dir.x\\noext"},
+      {"folder\\", "", "folder\\", "", "", "", "folder\\"},
+      {"", "", "", "", "", "", ""},
+  };
+  for (Case const &c : cases) {
+    ZnString const path(c.path);
+    EXPECT_EQ(Text(ZnGetFileNameFromPath(path)), c.fileName) << c.path;
+    EXPECT_EQ(Text(ZnGetDirectoryFromPath(path)), c.directory) << c.path;
+    EXPECT_EQ(Text(ZnGetBaseFileFromPath(path)), c.base) << c.path;
+    EXPECT_EQ(Text(ZnGetExtensionFromPath(path)), c.extension) << c.path;
+    EXPECT_EQ(Text(ZnGetDriveFromPath(path)), c.drive) << c.path;
+    EXPECT_EQ(Text(ZnRemoveDriveFromPath(path)), c.withoutDrive) << c.path;
+  }
+}
+
+}  // namespace

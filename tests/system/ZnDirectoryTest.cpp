@@ -1,0 +1,277 @@
+// ZnDirectory's listing and folder operations, inside a scratch folder.
+#include <znutil/system/ZnDirectory.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <znutil/platform/UserInterface.h>
+#include <znutil/text/ZnStringList.h>
+
+#include <gtest/gtest.h>
+
+#include "ScratchDirectory.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace znutil_test;
+
+std::vector<std::string> Texts(ZnStringList const &list) {
+  std::vector<std::string> texts;
+  ZnListContext position;
+  for (ZnString *text = list.First(position); text != nullptr; text = list.Next(position)) texts.push_back(Text(*text));
+  return texts;
+}
+
+// Name to attribute bits of every entry, walked with First and Next.
+std::map<std::string, unsigned long> Listing(ZnDirectory &folder) {
+  std::map<std::string, unsigned long> entries;
+  for (ZnDirectoryFileInfo *entry = folder.First(); entry != nullptr; entry = folder.Next()) {
+    entries[Text(entry->GetFileName())] = entry->QueryAttributes();
+  }
+  return entries;
+}
+
+// Puts the current directory back at the end of a test that changes it.
+class CurrentDirectoryGuard {
+ public:
+  CurrentDirectoryGuard() : saved_(fs::current_path()) {}
+  ~CurrentDirectoryGuard() { fs::current_path(saved_); }
+
+ private:
+  fs::path saved_;
+};
+
+// A folder chooser for SelectDirectory that records where it started.
+std::string chooserStart;
+std::string chooserAnswer;
+bool RecordingChooser(HWND, std::string const &start, std::string &chosen) {
+  chooserStart = start;
+  chosen = chooserAnswer;
+  return !chooserAnswer.empty();
+}
+
+// Source tree: src/one.txt, src/two.dat, src/sub/three.txt, src/sub/deep/four.txt.
+void MakeSourceTree(ScratchDirectory const &scratch) {
+  fs::create_directories(scratch / "src/sub/deep");
+  WriteFile(scratch / "src/one.txt", "one");
+  WriteFile(scratch / "src/two.dat", "two");
+  WriteFile(scratch / "src/sub/three.txt", "three");
+  WriteFile(scratch / "src/sub/deep/four.txt", "four");
+}
+
+TEST(ZnDirectoryTest, OpenListsEveryEntryWithAttributes) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  ZnDirectory folder;
+  ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src")));
+  EXPECT_EQ(folder.Count(), 5);
+  std::map<std::string, unsigned long> const entries = Listing(folder);
+  ASSERT_EQ(entries.size(), 5u);
+  for (char const *name : {".", "..", "sub"}) {
+    ASSERT_EQ(entries.count(name), 1u) << name;
+    EXPECT_NE(entries.at(name) & FILE_ATTRIBUTE_DIRECTORY, 0u) << name;
+  }
+  EXPECT_EQ(entries.at("one.txt"), FILE_ATTRIBUTE_NORMAL);
+  EXPECT_EQ(entries.at("two.dat"), FILE_ATTRIBUTE_NORMAL);
+  // The listing is a snapshot.
+  WriteFile(scratch / "src/late.txt");
+  EXPECT_EQ(folder.Count(), 5);
+}
+
+TEST(ZnDirectoryTest, OpenTrimsThePathAndDropsOneTrailingBackslash) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  std::string const src = Backslashed(scratch / "src");
+  ZnDirectory folder;
+  ASSERT_TRUE(folder.Open(ZnString(("  " + src + "\\ \t").c_str())));
+  EXPECT_EQ(Text(folder.GetPathName()), src);
+  ZnDirectoryFileInfo *entry = folder.First();
+  ASSERT_NE(entry, nullptr);
+  EXPECT_EQ(Text(entry->GetFilePath()), src + "\\" + Text(entry->GetFileName()));
+  // A trailing slash stays, and the join puts a backslash after it.
+  ASSERT_TRUE(folder.Open(ZnString((scratch / "src/").c_str())));
+  EXPECT_EQ(Text(folder.GetPathName()), scratch / "src/");
+  EXPECT_EQ(folder.Count(), 5);
+  EXPECT_EQ(Text(folder.First()->GetFilePath()), scratch / "src/\\" + Text(folder.First()->GetFileName()));
+}
+
+TEST(ZnDirectoryTest, CursorStopsAtTheEndAndNeedsFirst) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  ZnDirectory folder;
+  ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src\\sub")));
+  EXPECT_EQ(folder.Next(), nullptr);  // no First yet
+  int walked = 0;
+  for (ZnDirectoryFileInfo *entry = folder.First(); entry != nullptr; entry = folder.Next()) ++walked;
+  EXPECT_EQ(walked, 4);
+  EXPECT_EQ(folder.Next(), nullptr);
+  EXPECT_EQ(folder.Next(), nullptr);
+  EXPECT_NE(folder.First(), nullptr);  // First starts over
+  folder.Close();
+  EXPECT_EQ(folder.Count(), 0);
+  EXPECT_EQ(folder.First(), nullptr);
+}
+
+TEST(ZnDirectoryTest, OpenOfAMissingFolderFailsWithAnEmptyList) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  ZnDirectory folder;
+  ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src")));
+  EXPECT_FALSE(folder.Open(LibraryPath(scratch / "missing")));
+  EXPECT_EQ(folder.Count(), 0);
+  EXPECT_EQ(folder.First(), nullptr);
+  EXPECT_FALSE(folder.Open(LibraryPath(scratch / "src/one.txt")));  // a file is not a folder
+}
+
+TEST(ZnDirectoryTest, ExistsTakesFilesAndFoldersWithEitherTrailingSeparator) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  std::string const src = Backslashed(scratch / "src");
+  EXPECT_FALSE(ZnDirectory::Exists(""));
+  EXPECT_TRUE(ZnDirectory::Exists(src.c_str()));
+  EXPECT_TRUE(ZnDirectory::Exists((src + "\\").c_str()));
+  EXPECT_TRUE(ZnDirectory::Exists((scratch / "src/").c_str()));
+  EXPECT_TRUE(ZnDirectory::Exists((src + "\\one.txt").c_str()));
+  EXPECT_FALSE(ZnDirectory::Exists((src + "\\none.txt").c_str()));
+}
+
+TEST(ZnDirectoryTest, CreateFolderReportsWhatItMadeOutermostFirst) {
+  ScratchDirectory scratch;
+  std::string const root = Backslashed(scratch.Path());
+  ZnStringList created;
+  created.Add("stale");
+  ASSERT_TRUE(ZnDirectory::CreateFolder((root + "\\a\\b").c_str(), &created));
+  EXPECT_EQ(Texts(created), (std::vector<std::string>{root + "\\a", root + "\\a\\b"}));
+  EXPECT_TRUE(fs::is_directory(scratch / "a/b"));
+  // Forward slashes work, and only the missing part is made.
+  ASSERT_TRUE(ZnDirectory::CreateFolder((scratch / "a/c/d/").c_str(), &created));
+  EXPECT_EQ(Texts(created), (std::vector<std::string>{root + "\\a\\c", root + "\\a\\c\\d"}));
+  // An existing folder clears the list and succeeds.
+  ASSERT_TRUE(ZnDirectory::CreateFolder((root + "\\a").c_str(), &created));
+  EXPECT_EQ(created.GetCount(), 0);
+  EXPECT_TRUE(ZnDirectory::CreateFolder((root + "\\e\\f").c_str(), nullptr));
+  EXPECT_TRUE(fs::is_directory(scratch / "e/f"));
+}
+
+TEST(ZnDirectoryTest, CreateFolderFailsUnderAFileAndWorksRelative) {
+  ScratchDirectory scratch;
+  WriteFile(scratch / "file");
+  ZnStringList created;
+  EXPECT_FALSE(ZnDirectory::CreateFolder(LibraryPath(scratch / "file/x/y"), &created));
+  EXPECT_EQ(created.GetCount(), 0);
+
+  CurrentDirectoryGuard guard;
+  fs::current_path(scratch.Path());
+  ASSERT_TRUE(ZnDirectory::CreateFolder("x/y", &created));
+  EXPECT_EQ(Texts(created), (std::vector<std::string>{"x", "x\\y"}));
+  EXPECT_TRUE(fs::is_directory(scratch / "x/y"));
+}
+
+TEST(ZnDirectoryTest, CopyTakesThePlainFilesOfOneFolder) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  WriteFile(scratch / "dst-old.txt");
+  std::string const root = Backslashed(scratch.Path());
+  // The subfolder is glued to both roots as it stands.
+  ASSERT_TRUE(ZnDirectory::Copy("\\sub", (root + "\\src").c_str(), (root + "\\dst").c_str()));
+  EXPECT_EQ(ReadFile(scratch / "dst/sub/three.txt"), "three");
+  EXPECT_FALSE(fs::exists(scratch / "dst/sub/deep"));
+  // A second copy replaces what is there.
+  WriteFile(scratch / "src/sub/three.txt", "changed");
+  ASSERT_TRUE(ZnDirectory::Copy("sub", (root + "\\src\\").c_str(), (root + "\\dst\\").c_str()));
+  EXPECT_EQ(ReadFile(scratch / "dst/sub/three.txt"), "changed");
+}
+
+TEST(ZnDirectoryTest, CopyMakesTheTargetBeforeTestingTheSource) {
+  ScratchDirectory scratch;
+  std::string const root = Backslashed(scratch.Path());
+  EXPECT_FALSE(ZnDirectory::Copy("\\gone", (root + "\\src").c_str(), (root + "\\dst").c_str()));
+  EXPECT_TRUE(fs::is_directory(scratch / "dst/gone"));
+}
+
+TEST(ZnDirectoryTest, CopyStopsAtAFailedFile) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  fs::create_directories(scratch / "dst/one.txt");  // a folder where a file must go
+  fs::create_directories(scratch / "dst/two.dat");
+  std::string const root = Backslashed(scratch.Path());
+  EXPECT_FALSE(ZnDirectory::Copy("", (root + "\\src").c_str(), (root + "\\dst").c_str()));
+}
+
+TEST(ZnDirectoryTest, CopyOfAnUnlistableSourceShowsAMessageAndSucceeds) {
+  ScratchDirectory scratch;
+  WriteFile(scratch / "plain");
+  std::string const root = Backslashed(scratch.Path());
+  testing::internal::CaptureStderr();
+  bool const copied = ZnDirectory::Copy("\\plain", root.c_str(), (root + "\\dst").c_str());
+  std::string const shown = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(copied);
+  EXPECT_EQ(shown, "No files in source folder!\n");
+}
+
+TEST(ZnDirectoryTest, CopyFolderCopiesTreesAndIgnoresSingleFailures) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  std::string const root = Backslashed(scratch.Path());
+  ASSERT_TRUE(ZnDirectory::CopyFolder((root + "\\src").c_str(), (root + "\\flat").c_str(), false));
+  EXPECT_EQ(ReadFile(scratch / "flat/one.txt"), "one");
+  EXPECT_EQ(ReadFile(scratch / "flat/two.dat"), "two");
+  EXPECT_FALSE(fs::exists(scratch / "flat/sub"));
+
+  ASSERT_TRUE(ZnDirectory::CopyFolder((root + "\\src\\").c_str(), (scratch / "tree").c_str(), true));
+  EXPECT_EQ(ReadFile(scratch / "tree/sub/three.txt"), "three");
+  EXPECT_EQ(ReadFile(scratch / "tree/sub/deep/four.txt"), "four");
+
+  fs::create_directories(scratch / "blocked/one.txt");
+  EXPECT_TRUE(ZnDirectory::CopyFolder((root + "\\src").c_str(), (root + "\\blocked").c_str(), false));
+  EXPECT_EQ(ReadFile(scratch / "blocked/two.dat"), "two");
+
+  EXPECT_FALSE(ZnDirectory::CopyFolder((root + "\\none").c_str(), (root + "\\out").c_str(), true));
+  EXPECT_FALSE(fs::exists(scratch / "out"));
+}
+
+TEST(ZnDirectoryTest, CurrentDirectoryInBackslashFormWithItsLimit) {
+  ScratchDirectory scratch;
+  CurrentDirectoryGuard guard;
+  ASSERT_TRUE(ZnDirectory::SetCurrentDirectoryA(LibraryPath(scratch.Path())));
+  EXPECT_EQ(Text(ZnDirectory::CurrentDirectory()), Backslashed(scratch.Path()));
+  EXPECT_FALSE(ZnDirectory::SetCurrentDirectoryA(LibraryPath(scratch / "missing")));
+  EXPECT_EQ(fs::current_path().string(), scratch.Path());
+
+  // Deeper than the 511-character buffer holds.
+  std::string deep = scratch.Path();
+  while (deep.size() < 520) deep += "/" + std::string(40, 'd');
+  fs::create_directories(deep);
+  ASSERT_TRUE(ZnDirectory::SetCurrentDirectoryA(LibraryPath(deep)));
+  EXPECT_EQ(Text(ZnDirectory::CurrentDirectory()), "");
+}
+
+TEST(ZnDirectoryTest, SelectDirectoryNeedsAChooserAndRestoresTheCurrentDirectory) {
+  ScratchDirectory scratch;
+  MakeSourceTree(scratch);
+  CurrentDirectoryGuard guard;
+  fs::current_path(scratch.Path());
+  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, LibraryPath(scratch / "src"))), "");
+  EXPECT_EQ(fs::current_path().string(), scratch.Path());
+
+  znutil::platform::FolderChooser const previous = znutil::platform::SetFolderChooser(&RecordingChooser);
+  chooserAnswer = "sub/deep";  // relative to where the dialog starts
+  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, LibraryPath(scratch / "src"))),
+            Backslashed(scratch / "src/sub/deep"));
+  EXPECT_EQ(chooserStart, Backslashed(scratch / "src"));
+  EXPECT_EQ(fs::current_path().string(), scratch.Path());
+
+  chooserAnswer.clear();  // cancelled
+  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, "")), "");
+  EXPECT_EQ(chooserStart, Backslashed(scratch.Path()));
+  chooserAnswer = Backslashed(scratch / "missing");
+  EXPECT_EQ(Text(ZnDirectory::SelectDirectory(nullptr, "")), "");
+  EXPECT_EQ(fs::current_path().string(), scratch.Path());
+  znutil::platform::SetFolderChooser(previous);
+}
+
+}  // namespace

@@ -1,0 +1,2 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  UtilityAppIdentity.cpp)

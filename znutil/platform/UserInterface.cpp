@@ -1,0 +1,34 @@
+// Message boxes on standard error and the host's folder chooser.
+#include <znutil/platform/UserInterface.h>
+
+#include <atomic>
+#include <cstdio>
+
+#include <znutil/platform/Directory.h>
+#include <znutil/platform/PathText.h>
+
+namespace znutil {
+namespace platform {
+namespace {
+
+std::atomic<FolderChooser> installedChooser{nullptr};
+
+}  // namespace
+
+int MessageBoxA(HWND, char const *text, char const *caption, UINT) {
+  if (caption != nullptr && caption[0] != '\0') std::fprintf(stderr, "%s: ", caption);
+  std::fprintf(stderr, "%s\n", text != nullptr ? text : "");
+  return IDOK;
+}
+
+FolderChooser SetFolderChooser(FolderChooser chooser) { return installedChooser.exchange(chooser); }
+
+int GetOpenFileNameA(HWND owner) {
+  FolderChooser const chooser = installedChooser.load();
+  std::string chosen;
+  if (chooser == nullptr || !chooser(owner, CurrentDirectory(), chosen)) return 0;
+  return SetCurrentDirectoryA(chosen.c_str()) ? 1 : 0;
+}
+
+}  // namespace platform
+}  // namespace znutil

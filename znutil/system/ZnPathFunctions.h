@@ -1,0 +1,38 @@
+// Free functions that split paths and do small file operations.
+//
+//   ZnGetBaseFileFromPath("C:\\tools\\App.exe")      // "App"
+//   ZnGetDirectoryFromPath("C:\\tools\\App.exe")     // "C:\tools\"
+//
+// The six splitting functions follow ZnString::SplitPath: the Windows rules
+// of _splitpath, a drive of up to 2 characters and other parts of up to 255.
+#ifndef ZNUTIL_SYSTEM_ZNPATHFUNCTIONS_H
+#define ZNUTIL_SYSTEM_ZNPATHFUNCTIONS_H
+
+#include <znutil/platform/Export.h>
+#include <znutil/text/ZnString.h>
+
+/// Name and extension.
+ZNUTIL_API ZnString ZnGetFileNameFromPath(ZnString const &path);
+/// Drive and directory, with the directory's trailing separator.
+ZNUTIL_API ZnString ZnGetDirectoryFromPath(ZnString const &path);
+/// Name without extension.
+ZNUTIL_API ZnString ZnGetBaseFileFromPath(ZnString const &path);
+/// Extension with its dot.
+ZNUTIL_API ZnString ZnGetExtensionFromPath(ZnString const &path);
+/// Drive letter and colon.
+ZNUTIL_API ZnString ZnGetDriveFromPath(ZnString const &path);
+/// Directory, name and extension.
+ZNUTIL_API ZnString ZnRemoveDriveFromPath(ZnString const &path);
+
+/// Copies a file's bytes and mode, replacing an existing target.
+ZNUTIL_API bool ZnCopyFile(ZnString const &from, ZnString const &to);
+/// Whether a file can be opened for reading: false for a folder, where
+/// ZnDirectory::Exists says true.
+ZNUTIL_API bool ZnDoesFileExist(ZnString const &path);
+/// The folder of the global configuration file ($ZNUTIL_SYSTEM_DIR, else
+/// $XDG_CONFIG_HOME, else $HOME/.config), made if missing; empty if it is
+/// longer than 259 characters. The name stays as it is although the folder
+/// is not a system folder (deliberate).
+ZNUTIL_API ZnString ZnGetSystemDirectory();
+
+#endif  // ZNUTIL_SYSTEM_ZNPATHFUNCTIONS_H

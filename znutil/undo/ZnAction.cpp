@@ -1,0 +1,3 @@
+#include <znutil/undo/ZnAction.h>
+
+ZnAction::~ZnAction() {}

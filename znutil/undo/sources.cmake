@@ -1,0 +1,3 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnAction.cpp
+  ZnActionManager.cpp)

@@ -1,0 +1,10 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnBinary.cpp
+  ZnBinaryStream.cpp
+  ZnFileStream.cpp
+  ZnMemoryStream.cpp
+  ZnStream.cpp
+  ZnVariant.cpp
+  ZnVariantData.cpp
+  internal/FileStreamBufferPool.cpp
+  internal/StringBytes.cpp)
