@@ -179,14 +179,18 @@ TEST(ZnNativeThreadTest, MessagesReachLibraryThreadsOnly) {
   });
 }
 
-TEST(ZnNativeThreadTest, WaitObjectOutlivesTheThreadAndItsObject) {
-  auto *thread = new ZnThread(ZnThread::kSelfDeleting);
-  ZnNativeThreadWaitObject waiter(nullptr);
-  EXPECT_TRUE(waiter.Wait(0));  // no thread: the wait fails, which is not a timeout
-  ASSERT_TRUE(RunOn(*thread, [] {}));
-  ZnPrimitiveThreadWaitObject *own = new ZnNativeThreadWaitObject(nullptr);
-  delete own;
-  thread->SignalShutdown(true);
+TEST(ZnNativeThreadTest, HandlesOutliveTheThreadAndItsObject) {
+  auto *thread = new ZnThread(ZnThread::kSelfDeleting | ZnThread::kStartSuspended);
+  thread->ModState(ZnThread::kKeepThreadData);  // so that the copy's end leaves our data alone
+  ZnThread copy(*thread);
+  thread->Resume();
+  thread->SignalShutdown(true);  // the thread, its object and its handle are gone
+  EXPECT_TRUE(copy.WaitForThreadToExit(0));
+
+  ZnNativeThreadWaitObject none(nullptr);
+  EXPECT_TRUE(none.Wait(0));  // no thread: the wait fails, which is not a timeout
+  ZnPrimitiveThreadWaitObject base;
+  EXPECT_FALSE(base.Wait(0));
 }
 
 }  // namespace
