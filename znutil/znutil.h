@@ -16,7 +16,14 @@
 #include <znutil/concurrency/ZnEvent.h>
 #include <znutil/concurrency/ZnLock.h>
 #include <znutil/concurrency/ZnMultipleEvents.h>
+#include <znutil/concurrency/ZnNativeThread.h>
+#include <znutil/concurrency/ZnNativeThreadWaitObject.h>
+#include <znutil/concurrency/ZnPrimitiveThread.h>
+#include <znutil/concurrency/ZnPrimitiveThreadWaitObject.h>
 #include <znutil/concurrency/ZnSleeper.h>
+#include <znutil/concurrency/ZnThread.h>
+#include <znutil/concurrency/ZnThreadNotify.h>
+#include <znutil/concurrency/ZnThreadWork.h>
 
 #include <znutil/containers/ZnDblList.h>
 #include <znutil/containers/ZnDictionary.h>

@@ -170,6 +170,32 @@ void TourClocks() {
   std::printf("1.900 + 0.200 = %s\n", spans.str().c_str());
 }
 
+// Work that adds up a range of numbers on whatever thread runs it.
+class SumWork : public ZnThreadWork {
+ public:
+  void Work() override {
+    for (long i = 1; i <= 1000; ++i) sum += i;
+    ranOn = ZnThread::GetThread();
+    done.Signal();
+  }
+  long sum = 0;
+  ZnThread *ranOn = nullptr;
+  ZnEvent done{false};
+};
+
+void TourThreads() {
+  std::printf("== Threads\n");
+  ZnThread *worker = new ZnThread(ZnThread::kSelfDeleting);
+  SumWork work;
+  bool const taken = worker->AssignWork(&work, 0);
+  work.done.Wait(INFINITE);
+  std::printf("work %s by a library thread; 1 + ... + 1000 = %ld, run on %s\n", taken ? "taken" : "refused", work.sum,
+              work.ranOn == worker ? "the worker" : "another thread");
+  std::printf("the calling thread is %s library thread\n", ZnThread::GetThread() == nullptr ? "no" : "a");
+  worker->SignalShutdown(true);
+  std::printf("the worker shut down and deleted itself\n");
+}
+
 // An undoable edit of a text: appends, and restores what was there.
 class AppendAction : public ZnAction {
  public:
@@ -350,6 +376,7 @@ int main(int, char **argv) {
   TourContainers();
   TourCollections();
   TourClocks();
+  TourThreads();
   TourValues();
   TourRegex();
   TourImages(argv[0]);

@@ -24,11 +24,22 @@ ZnEvent::~ZnEvent() {
   hEvent = nullptr;
 }
 
-bool ZnEvent::Signal() {
-  if (hEvent == nullptr) return false;
-  hEvent->evtSystem.Set();
+namespace {
+
+// Runs a waking operation on the system event. A waiter that it releases
+// may destroy the ZnEvent at once, so the system event is held until the
+// operation is over.
+bool Wake(SharedEvent *shared, void (znutil::platform::Event::*operation)()) {
+  SharedEvent *event = AcquireEvent(shared);
+  if (event == nullptr) return false;
+  (event->evtSystem.*operation)();
+  ReleaseEvent(event);
   return true;
 }
+
+}  // namespace
+
+bool ZnEvent::Signal() { return Wake(hEvent, &znutil::platform::Event::Set); }
 
 bool ZnEvent::Reset() {
   if (hEvent == nullptr) return false;
@@ -36,11 +47,7 @@ bool ZnEvent::Reset() {
   return true;
 }
 
-bool ZnEvent::Pulse() {
-  if (hEvent == nullptr) return false;
-  hEvent->evtSystem.Pulse();
-  return true;
-}
+bool ZnEvent::Pulse() { return Wake(hEvent, &znutil::platform::Event::Pulse); }
 
 int ZnEvent::Wait(ZnULong milliseconds) {
   bWaiting.store(true);

@@ -2,4 +2,8 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnEvent.cpp
   ZnLock.cpp
   ZnMultipleEvents.cpp
-  ZnSleeper.cpp)
+  ZnNativeThread.cpp
+  ZnNativeThreadWaitObject.cpp
+  ZnSleeper.cpp
+  ZnThread.cpp
+  ZnThreadData.cpp)

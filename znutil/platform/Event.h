@@ -31,6 +31,9 @@ class Event {
   Event(Event const &) = delete;
   Event &operator=(Event const &) = delete;
 
+  /// Set and Pulse wake sleepers after they have released the event's
+  /// lock: the caller keeps the event alive until they return, even when a
+  /// waiter released by them would destroy it.
   void Set();
   void Reset();
   void Pulse();

@@ -26,12 +26,18 @@ typedef void *HANDLE;
 typedef void *HINSTANCE;
 typedef void *HMODULE;
 typedef void *HWND;
+/// The two parameters of a thread message, pointer-wide as on 64-bit Windows.
+typedef std::uintptr_t WPARAM;
+typedef std::intptr_t LPARAM;
 
 /// Marks a handle that refers to nothing, as returned by failed opens.
 #define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1)))
 
 /// Waits for ever.
 #define INFINITE 0xFFFFFFFFu
+
+/// The thread message that asks a message loop to end.
+#define WM_QUIT 0x0012u
 
 /// A point in time in 100-nanosecond units since 1601-01-01 UTC, split in
 /// two 32-bit halves, low half first.

@@ -16,4 +16,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/Random.cpp
   linux/RecursiveMutex.cpp
   linux/Scheduling.cpp
+  linux/Thread.cpp
+  linux/ThreadMessages.cpp
+  linux/ThreadSuspend.cpp
   linux/VirtualMemory.cpp)

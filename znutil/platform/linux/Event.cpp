@@ -12,13 +12,12 @@
 #include <znutil/platform/Event.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <functional>
 #include <new>
 #include <pthread.h>
-#include <time.h>
 
 #include <znutil/platform/WinTypes.h>
+#include <znutil/platform/linux/PosixSync.h>
 
 namespace znutil {
 namespace platform {
@@ -40,42 +39,6 @@ static_assert(alignof(EventState) <= 8, "Event storage is misaligned");
 
 EventState &State(unsigned char *storage) { return *std::launder(reinterpret_cast<EventState *>(storage)); }
 
-class Deadline {
- public:
-  explicit Deadline(std::uint32_t milliseconds) : infinite_(milliseconds == INFINITE) {
-    clock_gettime(CLOCK_MONOTONIC, &at_);
-    at_.tv_sec += milliseconds / 1000;
-    at_.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000L;
-    if (at_.tv_nsec >= 1000000000L) {
-      at_.tv_nsec -= 1000000000L;
-      ++at_.tv_sec;
-    }
-  }
-
-  // Sleeps on the event until woken; false once the deadline has passed.
-  bool Sleep(EventState &state) const {
-    if (infinite_) return pthread_cond_wait(&state.changed, &state.mutex) == 0;
-    return pthread_cond_timedwait(&state.changed, &state.mutex, &at_) != ETIMEDOUT;
-  }
-
- private:
-  bool infinite_;
-  timespec at_;
-};
-
-class Locked {
- public:
-  enum Adopt { kAlreadyHeld };
-  explicit Locked(EventState &state) : state_(state) { pthread_mutex_lock(&state_.mutex); }
-  Locked(EventState &state, Adopt) : state_(state) {}
-  ~Locked() { pthread_mutex_unlock(&state_.mutex); }
-  Locked(Locked const &) = delete;
-  Locked &operator=(Locked const &) = delete;
-
- private:
-  EventState &state_;
-};
-
 // Takes the signal if there is one: an auto-reset event gives it up.
 bool TakeSignal(EventState &state) {
   if (!state.signalled) return false;
@@ -93,29 +56,54 @@ bool TakePulse(EventState &state, std::uint64_t *seen) {
   return true;
 }
 
+// Counts a thread asleep in Wait for as long as it sleeps. Being a
+// destructor, the count also comes down when a cancelled thread unwinds.
+class SingleWaiter {
+ public:
+  explicit SingleWaiter(EventState &state) : state_(state) { ++state_.singleWaiters; }
+  ~SingleWaiter() {
+    --state_.singleWaiters;
+    // A release owed to a waiter that has left by its timeout lapses.
+    state_.pulseReleases = std::min(state_.pulseReleases, state_.singleWaiters);
+  }
+  SingleWaiter(SingleWaiter const &) = delete;
+  SingleWaiter &operator=(SingleWaiter const &) = delete;
+
+ private:
+  EventState &state_;
+};
+
 bool SleepForOne(EventState &state, Deadline const &deadline) {
-  ++state.singleWaiters;
+  SingleWaiter const counted(state);
   std::uint64_t seen = state.pulses;
   bool released = false;
   bool inTime = true;
   while (!released && inTime) {
-    inTime = deadline.Sleep(state);
+    inTime = deadline.Sleep(state.changed, state.mutex);
     released = TakeSignal(state) || TakePulse(state, &seen);
   }
-  --state.singleWaiters;
-  // A release owed to a waiter that has left by its timeout lapses.
-  state.pulseReleases = std::min(state.pulseReleases, state.singleWaiters);
   return released;
 }
+
+// Counts a thread asleep here in WaitForAll, like SingleWaiter.
+class AllWaiter {
+ public:
+  explicit AllWaiter(EventState &state) : state_(state) { ++state_.allWaiters; }
+  ~AllWaiter() { --state_.allWaiters; }
+  AllWaiter(AllWaiter const &) = delete;
+  AllWaiter &operator=(AllWaiter const &) = delete;
+
+ private:
+  EventState &state_;
+};
 
 // Sleeps for a wait-for-all on the event that holds it up, until that event
 // is signalled or pulsed or the deadline passes. True if a pulse ended it:
 // the event then counts as signalled for one more check of all of them.
 bool SleepForAll(EventState &state, Deadline const &deadline, bool *inTime) {
-  ++state.allWaiters;
+  AllWaiter const counted(state);
   std::uint64_t const seen = state.pulses;
-  while (*inTime && !state.signalled && state.pulses == seen) *inTime = deadline.Sleep(state);
-  --state.allWaiters;
+  while (*inTime && !state.signalled && state.pulses == seen) *inTime = deadline.Sleep(state.changed, state.mutex);
   return !state.signalled && state.pulses != seen;
 }
 
@@ -133,11 +121,7 @@ bool SortDistinct(Event *const *events, std::size_t count, Event **sorted) {
 Event::Event(bool manualReset) {
   EventState &state = *new (storage_) EventState();
   pthread_mutex_init(&state.mutex, nullptr);
-  pthread_condattr_t attributes;
-  pthread_condattr_init(&attributes);
-  pthread_condattr_setclock(&attributes, CLOCK_MONOTONIC);
-  pthread_cond_init(&state.changed, &attributes);
-  pthread_condattr_destroy(&attributes);
+  InitMonotonicCondition(&state.changed);
   state.manualReset = manualReset;
 }
 
@@ -147,36 +131,46 @@ Event::~Event() {
   pthread_mutex_destroy(&state.mutex);
 }
 
+// Sleepers are woken after the lock is released, so that they do not wake
+// only to wait for it; every sleeper re-checks, since one asleep for a
+// wait-for-all cannot take the signal of an auto-reset event on behalf of
+// a thread asleep in Wait.
 void Event::Set() {
   EventState &state = State(storage_);
-  Locked locked(state);
-  state.signalled = true;
-  // Every sleeper re-checks: one asleep for a wait-for-all cannot take the
-  // signal of an auto-reset event on behalf of a thread asleep in Wait.
-  pthread_cond_broadcast(&state.changed);
+  bool sleepers;
+  {
+    Locked locked(state.mutex);
+    state.signalled = true;
+    sleepers = state.singleWaiters + state.allWaiters > 0;
+  }
+  if (sleepers) pthread_cond_broadcast(&state.changed);
 }
 
 void Event::Reset() {
   EventState &state = State(storage_);
-  Locked locked(state);
+  Locked locked(state.mutex);
   state.signalled = false;
 }
 
 void Event::Pulse() {
   EventState &state = State(storage_);
-  Locked locked(state);
-  if (state.singleWaiters + state.allWaiters > 0) {
-    if (!state.manualReset && state.singleWaiters > state.pulseReleases) ++state.pulseReleases;
-    ++state.pulses;
-    pthread_cond_broadcast(&state.changed);
+  bool sleepers;
+  {
+    Locked locked(state.mutex);
+    sleepers = state.singleWaiters + state.allWaiters > 0;
+    if (sleepers) {
+      if (!state.manualReset && state.singleWaiters > state.pulseReleases) ++state.pulseReleases;
+      ++state.pulses;
+    }
+    state.signalled = false;
   }
-  state.signalled = false;
+  if (sleepers) pthread_cond_broadcast(&state.changed);
 }
 
 WaitResult Event::Wait(std::uint32_t milliseconds) {
   EventState &state = State(storage_);
   Deadline const deadline(milliseconds);
-  Locked locked(state);
+  Locked locked(state.mutex);
   bool const released = TakeSignal(state) || (milliseconds != 0 && SleepForOne(state, deadline));
   return released ? WaitResult::kSignalled : WaitResult::kTimeout;
 }
@@ -206,7 +200,7 @@ WaitResult Event::WaitForAll(Event *const *events, std::size_t count, std::uint3
     }
     EventState &holdUp = **blocker;
     unlockAllBut(&holdUp);
-    Locked locked(holdUp, Locked::kAlreadyHeld);
+    Locked locked(holdUp.mutex, Locked::kAlreadyHeld);
     if (!inTime) return WaitResult::kTimeout;
     pulsed = SleepForAll(holdUp, deadline, &inTime) ? &holdUp : nullptr;
   }

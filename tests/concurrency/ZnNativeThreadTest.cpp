@@ -1,0 +1,196 @@
+#include <znutil/concurrency/ZnNativeThread.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <sys/resource.h>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <znutil/concurrency/ZnNativeThreadWaitObject.h>
+#include <znutil/concurrency/ZnThread.h>
+#include <znutil/platform/Thread.h>
+
+#include "ThreadTestSupport.h"
+
+namespace {
+
+using znutil::platform::GetThreadMessage;
+using znutil::platform::ThreadMessage;
+using znutil::platform::WaitResult;
+using znutil_test::Eventually;
+using znutil_test::GatedWork;
+using znutil_test::kGenerous;
+using znutil_test::RunOn;
+using znutil_test::SpinWork;
+
+bool Marked(ZnThread const &thread) { return (thread.GetState() & ZnThread::kStateSuspended) != 0; }
+
+// True if `progress` stays where it is while the caller yields a while.
+bool Frozen(std::atomic<long> const &progress) {
+  long const before = progress.load();
+  for (int i = 0; i < 2000; ++i) std::this_thread::yield();
+  return progress.load() == before;
+}
+
+int NiceOf(ZnThread const &thread) {
+  errno = 0;
+  return getpriority(PRIO_PROCESS, static_cast<id_t>(thread.GetId()));
+}
+
+TEST(ZnNativeThreadTest, SuspendCountsOnARunningThreadSetTheMarkOnlyFromTheSecond) {
+  ZnThread thread(0);
+  SpinWork work;
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
+  ASSERT_TRUE(Eventually([&] { return work.progress.load() > 0; }));
+
+  thread.Suspend();  // previous count 0: the mark stays clear, deliberately
+  EXPECT_FALSE(Marked(thread));
+  EXPECT_TRUE(Frozen(work.progress));
+  thread.Suspend();  // previous count 1
+  EXPECT_TRUE(Marked(thread));
+  thread.Resume();  // previous count 2
+  EXPECT_TRUE(Frozen(work.progress));
+  thread.Resume();  // previous count 1: it runs, and the mark stays
+  EXPECT_TRUE(Marked(thread));
+  long const resumedAt = work.progress.load();
+  ASSERT_TRUE(Eventually([&] { return work.progress.load() > resumedAt; }));
+  thread.Resume();  // previous count 0: only now the mark goes
+  EXPECT_FALSE(Marked(thread));
+
+  work.stop.store(true);
+  thread.SignalShutdown(true);
+  thread.Suspend();  // fails on an ended thread: all ones sets the mark
+  EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded | ZnThread::kStateSuspended);
+}
+
+TEST(ZnNativeThreadTest, SuspendAndResumeRaceWithoutLosingACount) {
+  ZnThread thread(0);
+  SpinWork work;
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
+  std::vector<std::thread> controllers;
+  for (int c = 0; c < 3; ++c) {
+    controllers.emplace_back([&] {
+      for (int i = 0; i < 200; ++i) {
+        thread.Suspend();
+        thread.Resume();
+      }
+    });
+  }
+  for (std::thread &controller : controllers) controller.join();
+  long const after = work.progress.load();
+  ASSERT_TRUE(Eventually([&] { return work.progress.load() > after; }));  // not left parked
+  work.stop.store(true);
+  thread.SignalShutdown(true);
+}
+
+TEST(ZnNativeThreadTest, SuspendCountsAtCreationHoldTheThreadBack) {
+  ZnThread thread(ZnThread::kStartSuspended);
+  thread.Suspend();  // previous count 1
+  EXPECT_TRUE(Marked(thread));
+  thread.Resume();  // previous count 2
+  for (int i = 0; i < 100; ++i) std::this_thread::yield();
+  EXPECT_EQ(thread.GetId(), 0u);
+  thread.Resume();  // previous count 1: it starts
+  ASSERT_TRUE(Eventually([&] { return thread.GetState() == ZnThread::kStateIdle; }));  // SetState wipes the mark
+  thread.SignalShutdown(true);
+}
+
+TEST(ZnNativeThreadTest, TerminateEndsAThreadWithoutItsEndOfThreadWork) {
+  struct Phases : ZnThreadNotify {
+    void Notify(int phase, ZnThread *) override { seen.fetch_or(1 << phase); }
+    std::atomic<int> seen{0};
+  };
+  Phases idlePhases;
+  ZnThread idle(ZnThread::kStartSuspended);
+  idle.SetNotification(&idlePhases);
+  idle.Resume();
+  ASSERT_TRUE(Eventually([&] { return idle.GetState() == ZnThread::kStateIdle; }));
+  idle.Terminate(3);
+  ASSERT_TRUE(idle.WaitForThreadToExit(kGenerous));
+  EXPECT_EQ(idle.GetState(), ZnThread::kStateIdle);  // never reached its end
+  EXPECT_EQ(idlePhases.seen.load(), 1);
+
+  Phases neverPhases;
+  ZnThread never(ZnThread::kStartSuspended);
+  never.SetNotification(&neverPhases);
+  never.Terminate(0);  // at its start gate: it never runs
+  ASSERT_TRUE(never.WaitForThreadToExit(kGenerous));
+  EXPECT_EQ(neverPhases.seen.load(), 0);
+  EXPECT_EQ(never.GetId(), 0u);
+}
+
+TEST(ZnNativeThreadTest, TerminateReachesASuspendedRunningThread) {
+  ZnThread thread(0);
+  SpinWork work;
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
+  ASSERT_TRUE(Eventually([&] { return work.progress.load() > 0; }));
+  thread.Suspend();
+  thread.Suspend();
+  thread.Terminate(0);
+  ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
+  thread.Resume();  // the thread is gone: nothing to resume
+  EXPECT_TRUE(Marked(thread));
+}
+
+TEST(ZnNativeThreadTest, PriorityLevelsMapToNiceValues) {
+  ZnThread thread(0);
+  ASSERT_TRUE(RunOn(thread, [] {}));
+  int const start = NiceOf(thread);
+  ASSERT_EQ(errno, 0);
+  thread.SetPriority(0);  // lowest
+  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19));
+  thread.SetPriority(6);
+  thread.SetPriority(-1);
+  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19));
+  thread.SignalShutdown(true);
+}
+
+TEST(ZnNativeThreadTest, MessagesReachLibraryThreadsOnly) {
+  ZnThread thread(ZnThread::kStartSuspended);
+  thread.Resume();
+  ASSERT_TRUE(Eventually([&] { return thread.GetId() != 0; }));
+  EXPECT_TRUE(thread.PostThreadMessageA(0x400, 7, -9));
+  EXPECT_TRUE(thread.PostThreadMessageA(WM_QUIT, 0, 0));
+  std::vector<ThreadMessage> received;
+  ASSERT_TRUE(RunOn(thread, [&] {
+    ThreadMessage message;
+    while (GetThreadMessage(&message, kGenerous) == WaitResult::kSignalled) {
+      received.push_back(message);
+      if (message.message == WM_QUIT) break;
+    }
+    EXPECT_EQ(GetThreadMessage(&message, 0), WaitResult::kTimeout);
+  }));
+  ASSERT_EQ(received.size(), 2u);
+  EXPECT_EQ(received[0].message, 0x400u);
+  EXPECT_EQ(received[0].wParam, 7u);
+  EXPECT_EQ(received[0].lParam, -9);
+  EXPECT_EQ(received[1].message, WM_QUIT);
+  thread.SignalShutdown(true);
+  EXPECT_FALSE(thread.PostThreadMessageA(0x400, 0, 0));  // its queue went with it
+
+  znutil_test::OnForeignThread([] {
+    ZnThread adopted(ZnThread::kAdoptCallingThread);
+    EXPECT_FALSE(adopted.PostThreadMessageA(0x400, 0, 0));
+    ThreadMessage message;
+    EXPECT_EQ(GetThreadMessage(&message, 0), WaitResult::kFailed);
+  });
+}
+
+TEST(ZnNativeThreadTest, HandlesOutliveTheThreadAndItsObject) {
+  auto *thread = new ZnThread(ZnThread::kSelfDeleting | ZnThread::kStartSuspended);
+  thread->ModState(ZnThread::kKeepThreadData);  // so that the copy's end leaves our data alone
+  ZnThread copy(*thread);
+  thread->Resume();
+  thread->SignalShutdown(true);  // the thread, its object and its handle are gone
+  EXPECT_TRUE(copy.WaitForThreadToExit(0));
+
+  ZnNativeThreadWaitObject none(nullptr);
+  EXPECT_TRUE(none.Wait(0));  // no thread: the wait fails, which is not a timeout
+  ZnPrimitiveThreadWaitObject base;
+  EXPECT_FALSE(base.Wait(0));
+}
+
+}  // namespace

@@ -1,0 +1,142 @@
+#include <znutil/concurrency/ZnThread.h>
+
+#include <thread>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include <znutil/memory/ZnFixedBlockAllocator.h>
+
+#include "ThreadTestSupport.h"
+
+namespace {
+
+using znutil_test::OnForeignThread;
+using znutil_test::RunOn;
+
+ZnString const kName("Slot");
+
+TEST(ZnThreadDataTest, EachThreadSeesOnlyItsOwnValues) {
+  ZnThread first(0);
+  ZnThread second(0);
+  int firstValue = 1;
+  int secondValue = 2;
+  ASSERT_TRUE(RunOn(first, [&] { EXPECT_TRUE(ZnThread::AllocThreadData(kName, &firstValue)); }));
+  ASSERT_TRUE(RunOn(second, [&] {
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &secondValue));
+  }));
+  ASSERT_TRUE(RunOn(first, [&] {
+    EXPECT_EQ(ZnThread::GetThreadData(kName), &firstValue);
+    EXPECT_EQ(ZnThread::GetThread(), &first);
+  }));
+  ASSERT_TRUE(RunOn(second, [&] {
+    EXPECT_EQ(ZnThread::GetThreadData(kName), &secondValue);
+    EXPECT_EQ(ZnThread::GetThread(), &second);
+  }));
+  first.SignalShutdown(true);
+  second.SignalShutdown(true);
+}
+
+TEST(ZnThreadDataTest, SecondAllocKeepsTheFirstValueAndFreeForgetsIt) {
+  ZnThread thread(0);
+  int first = 1;
+  int second = 2;
+  ASSERT_TRUE(RunOn(thread, [&] {
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &first));
+    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &second));
+    EXPECT_EQ(ZnThread::GetThreadData(kName), &first);
+    ZnThread::FreeThreadData(kName);
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &second));
+    // Many names: the bag grows past its first seven buckets.
+    for (int i = 0; i < 100; ++i) ASSERT_TRUE(ZnThread::AllocThreadData(ZnString(i), &first));
+    EXPECT_EQ(ZnThread::GetThreadData(ZnString(99)), &first);
+  }));
+  thread.SignalShutdown(true);
+}
+
+TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
+  std::thread([] {
+    // A thread that ends without giving its heap back keeps it: let it be
+    // a new one rather than one that library threads gave back.
+    ZnFixedBlockAllocator ownHeap;
+    int value = 3;
+    EXPECT_EQ(ZnThread::GetThread(), nullptr);
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
+    ZnThread::FreeThreadData(kName);  // quiet
+    ZnThread::InitializeThreadData(nullptr);
+    EXPECT_EQ(ZnThread::GetThread(), nullptr);
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &value));
+    EXPECT_EQ(ZnThread::GetThreadData(kName), &value);
+    // Left for the thread's end to destroy.
+  }).join();
+}
+
+TEST(ZnThreadDataTest, AdoptedThreadIsFoundByGetThread) {
+  OnForeignThread([] {
+    ZnThread adopted(ZnThread::kAdoptCallingThread);
+    EXPECT_EQ(ZnThread::GetThread(), &adopted);
+    EXPECT_EQ(adopted.GetId(), static_cast<unsigned long>(gettid()));
+    EXPECT_EQ(adopted.GetState(), ZnThread::kStateConstructed);
+    EXPECT_FALSE(adopted.WaitForThreadToExit(0));
+    znutil_test::GatedWork work;
+    EXPECT_TRUE(adopted.AssignWork(&work, 0));  // stored; nothing runs it
+    EXPECT_EQ(work.started.Wait(0), 1);
+    EXPECT_EQ(adopted.GetState(), ZnThread::kStateConstructed);
+  });
+}
+
+TEST(ZnThreadDataTest, DestroyThreadDataForgetsTheRecord) {
+  OnForeignThread([] {
+    int value = 4;
+    ZnThread::InitializeThreadData(nullptr);
+    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
+    ZnThread::DestroyThreadData();
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
+  });
+}
+
+TEST(ZnThreadDataTest, ReleaseTlsHidesEveryRecordUntilTheSlotIsMadeAgain) {
+  int value = 5;
+  ZnThread worker(0);
+  ASSERT_TRUE(RunOn(worker, [&] { ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value)); }));
+  OnForeignThread([&] {
+    ZnThread::InitializeThreadData(nullptr);
+    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
+    ZnThread::ReleaseTls();
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
+  });
+  ASSERT_TRUE(RunOn(worker, [&] {
+    EXPECT_EQ(ZnThread::GetThread(), nullptr);
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    ZnThread::InitializeThreadData(&worker);  // a fresh record in a fresh slot
+    EXPECT_EQ(ZnThread::GetThread(), &worker);
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+  }));
+  worker.SignalShutdown(true);
+}
+
+TEST(ZnThreadDataTest, DestroyingASelfDeletingThreadsObjectTakesTheCallersData) {
+  OnForeignThread([] {
+    int value = 6;
+    auto *thread = new ZnThread(ZnThread::kSelfDeleting | ZnThread::kStartSuspended);
+    ZnThread::InitializeThreadData(nullptr);
+    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
+    { ZnThread copy(*thread); }  // deliberate: the caller's data goes
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+
+    ZnThread::InitializeThreadData(nullptr);
+    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
+    thread->ModState(ZnThread::kKeepThreadData);
+    { ZnThread copy(*thread); }
+    EXPECT_EQ(ZnThread::GetThreadData(kName), &value);
+    thread->Resume();
+    thread->SignalShutdown(true);
+  });
+}
+
+}  // namespace
