@@ -18,27 +18,21 @@ TEST(ZnStringCursorTest, CountCharactersExpandsTabs) {
   EXPECT_EQ(ZnString("ab\ncd").CountCharacters(10, 8), 5) << "newlines are ordinary";
 }
 
-TEST(ZnStringCursorTest, DefaultsAndReset) {
-  ZnStringCursor cursor;
-  EXPECT_EQ(cursor.TabSize(), 8u);
-  EXPECT_EQ(cursor.CursorPos(), 0u);
-  ZnString("abc").CuBindToCursor(2, &cursor);
-  EXPECT_EQ(cursor.ExpandedSize(), 3u);
-  cursor.Reset();
-  EXPECT_EQ(cursor.CharPos(), 0u);
-  EXPECT_EQ(cursor.ExpandedSize(), 0u);
-  EXPECT_EQ(cursor.TabSize(), 8u);
-}
-
 TEST(ZnStringCursorTest, PositionInsideATabSnapsToItsStart) {
   ZnString text("\tab");
-  ZnStringCursor cursor(8);
+  ZnStringCursor cursor;
+  EXPECT_EQ(cursor.TabSize(), 8u);
   EXPECT_EQ(text.CuBindToCursor(5, &cursor), 0u);
   EXPECT_EQ(cursor.CharPos(), 0u);
   EXPECT_EQ(text.CuSetCursorPos(8, &cursor), 8u);
   EXPECT_EQ(cursor.CharPos(), 1u);
   EXPECT_EQ(text.CuSetCursorPos(40, &cursor), 40u);
   EXPECT_EQ(cursor.CharPos(), 3u) << "beyond the end the character position stays at the length";
+  cursor.Reset();
+  EXPECT_EQ(cursor.CharPos(), 0u);
+  EXPECT_EQ(cursor.CursorPos(), 0u);
+  EXPECT_EQ(cursor.ExpandedSize(), 0u);
+  EXPECT_EQ(cursor.TabSize(), 8u);
 }
 
 TEST(ZnStringCursorTest, MovingWalksBeyondTheEnd) {
@@ -48,7 +42,6 @@ TEST(ZnStringCursorTest, MovingWalksBeyondTheEnd) {
   EXPECT_EQ(text.CuMoveRight(&cursor), 1u);
   EXPECT_EQ(text.CuMoveRight(&cursor), 4u) << "over the tab";
   EXPECT_EQ(text.CuEndOfString(&cursor), 5u);
-  EXPECT_FALSE(cursor.OutsideString() == false);
   EXPECT_EQ(text.CuMoveRight(&cursor), 6u);
   EXPECT_EQ(cursor.CharPos(), 3u);
   EXPECT_TRUE(cursor.OutsideString());

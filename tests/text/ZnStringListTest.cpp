@@ -18,44 +18,32 @@ std::vector<std::string> Texts(ZnStringList const &list) {
   return texts;
 }
 
-TEST(ZnStringListTest, AddStoresASharedValue) {
+TEST(ZnStringListTest, AddStoresASharedValueAndSearchIsAlwaysExact) {
   ZnStringList list;
   ZnString original("value");
   ZnString *stored = list.Add(original);
-  EXPECT_EQ(*stored, "value");
   *stored << "!";
   EXPECT_EQ(original, "value");
   list.Prepend(ZnString("first"));
-  list.Append(ZnString("last"));
+  list.Append(ZnString("LAST"));
   list + ZnString("plus");
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"first", "value!", "last", "plus"}));
-}
-
-TEST(ZnStringListTest, SearchIsAlwaysExact) {
-  ZnStringList list;
-  list.Add(ZnString("ABC"));
-  ZnListContext found = list.Search(ZnString("abc"), false);
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"first", "value!", "LAST", "plus"}));
+  ZnListContext found = list.Search(ZnString("last"), false);
   EXPECT_EQ(list.Current(found), nullptr) << "the flag has no effect";
-  found = list.Search(ZnString("ABC"), true);
+  found = list.Search(ZnString("LAST"), true);
   ASSERT_NE(list.Current(found), nullptr);
-  EXPECT_EQ(*list.Current(found), "ABC");
+  EXPECT_EQ(*list.Current(found), "LAST");
 }
 
-TEST(ZnStringListTest, DeleteByValueUnlinksWithoutDestroying) {
+TEST(ZnStringListTest, DeleteByValueUnlinksTheOtherFormsDestroy) {
   ZnStringList list;
   ZnString *kept = list.Add(ZnString("keep me"));
-  list.Add(ZnString("other"));
+  for (char const *text : {"a", "b", "c", "d"}) list.Add(ZnString(text));
   list.Delete(ZnString("keep me"));
-  EXPECT_EQ(list.GetCount(), 1);
+  list.Delete(ZnString("missing"));
+  EXPECT_EQ(list.GetCount(), 4);
   EXPECT_EQ(*kept, "keep me") << "the object stays allocated";
   delete kept;  // the caller owns it now
-  list.Delete(ZnString("missing"));
-  EXPECT_EQ(list.GetCount(), 1);
-}
-
-TEST(ZnStringListTest, DeletingFormsDestroyAndReturnNull) {
-  ZnStringList list;
-  for (char const *text : {"a", "b", "c", "d"}) list.Add(ZnString(text));
   EXPECT_EQ(list.DeleteFirst(), nullptr);
   EXPECT_EQ(list.DeleteLast(), nullptr);
   ZnListContext position;
@@ -63,7 +51,6 @@ TEST(ZnStringListTest, DeletingFormsDestroyAndReturnNull) {
   EXPECT_EQ(list.Delete(position), nullptr);
   EXPECT_EQ(Texts(list), (std::vector<std::string>{"c"}));
   list.Clear();
-  EXPECT_EQ(list.GetCount(), 0);
   EXPECT_EQ(list.DeleteFirst(), nullptr);
 }
 
@@ -79,19 +66,12 @@ TEST(ZnStringListTest, SortExactAndIgnoringCase) {
   EXPECT_EQ(empty.GetCount(), 0);
 }
 
-TEST(ZnStringListTest, TokenizingFillsTheList) {
+TEST(ZnStringListTest, TokenizingAndConvertToLinesFillTheList) {
   ZnStringList list;
   ZnString("a,,b,").Tokenize(ZnString(","), list);
   EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "", "b", ""}));
-  list.Clear();
-  EXPECT_EQ(list.GetCount(), 0);
-}
-
-TEST(ZnStringListTest, ConvertToLinesDropsLineEnds) {
-  ZnStringList list;
-  list.Add(ZnString("stale"));
   ZnString("a\r\r\nb\n").ConvertToLines(&list);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "b", ""}));
+  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "b", ""})) << "line ends dropped, old items gone";
   ZnString("single").ConvertToLines(&list);
   EXPECT_EQ(Texts(list), (std::vector<std::string>{"single"}));
   ZnString("\r\n\n").ConvertToLines(&list);

@@ -1,7 +1,7 @@
 #include <znutil/text/ZnStringRef.h>
 
-#include <cstring>
 #include <memory>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -19,30 +19,43 @@ TEST(ZnStringRefTest, ConstructorsSizeTheBuffer) {
   EXPECT_STREQ(empty.GetInternal(), "");
   EXPECT_EQ(empty.GetMaxLength(), 32);
   EXPECT_EQ(empty.GetCount(), 0);
-
   ZnStringRef text("hello");
   EXPECT_EQ(text.GetLength(), 5);
   EXPECT_EQ(text.GetMaxLength(), 5 + 32);
-
-  ZnStringRef none(static_cast<char const *>(nullptr));
-  EXPECT_EQ(none.GetInternal(), nullptr);
-  EXPECT_EQ(none.GetMaxLength(), 0);
-
   ZnStringRef exact("abcdef", 3);
   EXPECT_STREQ(exact.GetInternal(), "abc");
   EXPECT_EQ(exact.GetLength(), 3);
   EXPECT_EQ(exact.GetMaxLength(), 3) << "substrings have no slack";
-
   ZnStringRef room(100);
   EXPECT_EQ(room.GetLength(), 0);
   EXPECT_EQ(room.GetMaxLength(), 132);
-
   unsigned short const wide[] = {'w', 0x263A, 0xE9, 0};
-  ZnStringRef converted(wide);
-  EXPECT_STREQ(converted.GetInternal(), "w?\xE9") << "Latin-1, one unit to one byte";
+  EXPECT_STREQ(ZnStringRef(wide).GetInternal(), "w?\xE9") << "Latin-1, one unit to one byte";
 }
 
-TEST(ZnStringRefTest, GrowthIsAdditiveAndNeverShrinks) {
+TEST(ZnStringRefTest, NullAndZeroSizedBuffers) {
+  ZnStringRef none(static_cast<char const *>(nullptr));
+  EXPECT_EQ(none.GetInternal(), nullptr);
+  EXPECT_EQ(none.GetMaxLength(), 0);
+  none.AllocBuffer(0);  // a zero max length always reallocates
+  ASSERT_NE(none.GetInternal(), nullptr);
+  EXPECT_EQ(none.GetMaxLength(), 32);
+  ZnStringRef other(static_cast<char const *>(nullptr));
+  other.ReallocBuffer(0);
+  EXPECT_STREQ(other.GetInternal(), "");
+  EXPECT_EQ(other.GetMaxLength(), 32);
+  ZnStringRef third(static_cast<char const *>(nullptr));
+  third.MakeCopy("");
+  EXPECT_EQ(third.GetMaxLength(), 32);
+
+  ZnStringRef ref("keep");
+  ref.MakeCopy(static_cast<char const *>(nullptr));
+  ref.MakeCopy(static_cast<unsigned short const *>(nullptr));
+  EXPECT_STREQ(ref.GetInternal(), "keep") << "null pointers change nothing";
+  EXPECT_EQ(ref.GetMaxLength(), 36);
+}
+
+TEST(ZnStringRefTest, GrowthIsAdditiveNeverShrinksAndReadsTheSlackEachTime) {
   ZnStringRef ref("abc");
   ref.Append("defg");
   EXPECT_EQ(ref.GetMaxLength(), 35) << "fits the slack: no growth";
@@ -51,47 +64,20 @@ TEST(ZnStringRefTest, GrowthIsAdditiveAndNeverShrinks) {
   EXPECT_NE(ref.GetInternal(), before);
   EXPECT_EQ(ref.GetMaxLength(), 47 + 32) << "exactly the needed size plus 32";
   ref.MakeCopy("short");
-  EXPECT_EQ(ref.GetMaxLength(), 79) << "a buffer never shrinks";
   ref.SetMaxLength(10);
-  EXPECT_EQ(ref.GetMaxLength(), 79);
+  EXPECT_EQ(ref.GetMaxLength(), 79) << "a buffer never shrinks";
   ref.SetMaxLength(60);
   EXPECT_EQ(ref.GetMaxLength(), 92);
   EXPECT_STREQ(ref.GetInternal(), "short");
-}
 
-TEST(ZnStringRefTest, SlackIsReadAtEveryGrowth) {
-  ZnStringRef ref("ab");
+  ZnStringRef padded("ab");
   {
     PadScope pad(4);
-    ref.Append(std::string(40, 'y').c_str());
-    EXPECT_EQ(ref.GetMaxLength(), 42 + 4);
+    padded.Append(std::string(40, 'y').c_str());
+    EXPECT_EQ(padded.GetMaxLength(), 42 + 4);
   }
-  ref.Append(std::string(10, 'z').c_str());
-  EXPECT_EQ(ref.GetMaxLength(), 52 + 32);
-}
-
-TEST(ZnStringRefTest, ZeroMaxLengthAlwaysReallocates) {
-  ZnStringRef none(static_cast<char const *>(nullptr));
-  none.AllocBuffer(0);
-  ASSERT_NE(none.GetInternal(), nullptr);
-  EXPECT_EQ(none.GetMaxLength(), 32);
-
-  ZnStringRef other(static_cast<char const *>(nullptr));
-  other.ReallocBuffer(0);
-  EXPECT_STREQ(other.GetInternal(), "");
-  EXPECT_EQ(other.GetMaxLength(), 32);
-
-  ZnStringRef third(static_cast<char const *>(nullptr));
-  third.MakeCopy("");
-  EXPECT_EQ(third.GetMaxLength(), 32);
-}
-
-TEST(ZnStringRefTest, NullPointersChangeNothing) {
-  ZnStringRef ref("keep");
-  ref.MakeCopy(static_cast<char const *>(nullptr));
-  ref.MakeCopy(static_cast<unsigned short const *>(nullptr));
-  EXPECT_STREQ(ref.GetInternal(), "keep");
-  EXPECT_EQ(ref.GetMaxLength(), 36);
+  padded.Append(std::string(10, 'z').c_str());
+  EXPECT_EQ(padded.GetMaxLength(), 52 + 32);
 }
 
 TEST(ZnStringRefTest, AppendPrependAndReplace) {
@@ -107,21 +93,17 @@ TEST(ZnStringRefTest, AppendPrependAndReplace) {
   ref.ReplaceString(ZnStringRef("x"), 0, 5);
   EXPECT_STREQ(ref.GetInternal(), "x textID>A");
   EXPECT_EQ(ref.GetLength(), 10);
-}
 
-TEST(ZnStringRefTest, ReplaceGrowsFromTheOldMaxLength) {
-  ZnStringRef ref("abcdef", 6);  // max length 6
-  ref.ReplaceString(ZnStringRef("1234"), 2, 1);
-  EXPECT_STREQ(ref.GetInternal(), "ab1234def");
-  EXPECT_EQ(ref.GetMaxLength(), 6 - 1 + 4 + 32);
-}
+  ZnStringRef exact("abcdef", 6);
+  exact.ReplaceString(ZnStringRef("1234"), 2, 1);
+  EXPECT_STREQ(exact.GetInternal(), "ab1234def");
+  EXPECT_EQ(exact.GetMaxLength(), 6 - 1 + 4 + 32) << "grows from the old max length";
 
-TEST(ZnStringRefTest, ReplaceBeyondTheTextStaysInsideTheBuffer) {
-  ZnStringRef ref("abc");
-  ref.ReplaceString(ZnStringRef("XY"), 2, 50);
-  EXPECT_STREQ(ref.GetInternal(), "abXY");
-  ref.ReplaceString(ZnStringRef("_"), -3, 1);
-  EXPECT_STREQ(ref.GetInternal(), "_bXY");
+  ZnStringRef shortRef("abc");
+  shortRef.ReplaceString(ZnStringRef("XY"), 2, 50);
+  EXPECT_STREQ(shortRef.GetInternal(), "abXY") << "a range beyond the text stays inside the buffer";
+  shortRef.ReplaceString(ZnStringRef("_"), -3, 1);
+  EXPECT_STREQ(shortRef.GetInternal(), "_bXY");
 }
 
 TEST(ZnStringRefTest, AppendingItselfIsSafe) {
@@ -130,33 +112,6 @@ TEST(ZnStringRefTest, AppendingItselfIsSafe) {
   EXPECT_STREQ(ref.GetInternal(), "abcdefghijabcdefghij");
   ref.Prepend(ref.GetInternal() + 18);
   EXPECT_STREQ(ref.GetInternal(), "ijabcdefghijabcdefghij");
-}
-
-TEST(ZnStringRefTest, CompareIsOnUnsignedBytesAndFixedToOne) {
-  ZnStringRef ref("b");
-  EXPECT_EQ(ref.CompareToInternal("a"), 1);
-  EXPECT_EQ(ref.CompareToInternal("zzz"), -1);
-  EXPECT_EQ(ref.CompareToInternal("b"), 0);
-  EXPECT_EQ(ref.CompareToInternal("\xE9"), -1) << "0xE9 is above 'b' as an unsigned byte";
-  unsigned short const wide[] = {'b', 0};
-  EXPECT_EQ(ref.CompareToInternal(wide), 0);
-}
-
-TEST(ZnStringRefTest, CaseAndWhiteSpaceEdits) {
-  ZnStringRef ref("  hello WORLD  ");
-  ref.Capitalize();
-  EXPECT_STREQ(ref.GetInternal(), "  Hello world  ") << "only the first letter stays raised";
-  ref.NoLeadingWhiteSpace();
-  EXPECT_STREQ(ref.GetInternal(), "Hello world  ");
-  ref.NoTrailingWhiteSpace();
-  EXPECT_STREQ(ref.GetInternal(), "Hello world");
-  ref.ConvertToUpper();
-  EXPECT_STREQ(ref.GetInternal(), "HELLO WORLD");
-  ref.StripWhiteSpace();
-  EXPECT_STREQ(ref.GetInternal(), "HELLOWORLD");
-  EXPECT_EQ(ref.GetLength(), 10);
-  ref.ConvertToLower();
-  EXPECT_STREQ(ref.GetInternal(), "helloworld");
 }
 
 TEST(ZnStringRefTest, TruncateAndSetCharacterStayInRange) {
@@ -172,24 +127,22 @@ TEST(ZnStringRefTest, TruncateAndSetCharacterStayInRange) {
   EXPECT_EQ(ref.GetLength(), 1);
 }
 
-TEST(ZnStringRefTest, ConvertToCStringEscapes) {
+TEST(ZnStringRefTest, ConvertToCStringEscapesAndDuplicatesBelongToTheCaller) {
   ZnStringRef ref("\r\x07\xE9q\"'\\\b\t\n");
   ref.ConvertToCString();
   EXPECT_STREQ(ref.GetInternal(), "\\r\\x007\\x0e9q\\\"\\'\\\\\\b\\t\\n");
   EXPECT_EQ(ref.GetMaxLength(), 5 + 5 + 1 + 2 * 7 + 32);
-}
 
-TEST(ZnStringRefTest, DuplicatesBelongToTheCaller) {
-  ZnStringRef ref("A\xE9");
-  std::unique_ptr<char[]> narrow(ref.DuplicateAscii());
+  ZnStringRef latin("A\xE9");
+  std::unique_ptr<char[]> narrow(latin.DuplicateAscii());
   EXPECT_STREQ(narrow.get(), "A\xE9");
-  std::unique_ptr<unsigned short[]> wide(ref.DuplicateUnicode());
+  std::unique_ptr<unsigned short[]> wide(latin.DuplicateUnicode());
   EXPECT_EQ(wide[0], 'A');
   EXPECT_EQ(wide[1], 0xE9);
   EXPECT_EQ(wide[2], 0);
 }
 
-TEST(ZnStringRefTest, CopyOnWriteGivesAFreshPlainRef) {
+TEST(ZnStringRefTest, CopiesGetABufferOfTheirOwn) {
   ZnStringRef ref("text");
   ref.IncrementCount();
   ref.IncrementCount();
@@ -199,16 +152,12 @@ TEST(ZnStringRefTest, CopyOnWriteGivesAFreshPlainRef) {
   EXPECT_EQ(copy->GetMaxLength(), 4 + 32);
   EXPECT_EQ(ref.GetCount(), 2) << "the source count is not touched";
   EXPECT_EQ(ref.DecrementCount(), 1);
-}
 
-TEST(ZnStringRefTest, AssignmentCopiesIntoABufferOfItsOwn) {
-  ZnStringRef source("shared?");
-  source.IncrementCount();
   ZnStringRef target;
-  target = source;
-  EXPECT_STREQ(target.GetInternal(), "shared?");
+  target = ref;
+  EXPECT_STREQ(target.GetInternal(), "text");
   EXPECT_EQ(target.GetCount(), 1);
-  EXPECT_NE(target.GetInternal(), source.GetInternal());
+  EXPECT_NE(target.GetInternal(), ref.GetInternal());
 }
 
 }  // namespace
