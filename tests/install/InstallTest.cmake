@@ -24,3 +24,17 @@ file(GLOB soname ${prefix}/lib*/libznutil.so.0)
 if(NOT soname)
   message(FATAL_ERROR "libznutil.so.0 (the SONAME link) was not installed")
 endif()
+
+# The pkg-config file, relative to where it lies, builds the same program.
+find_program(PKG_CONFIG pkg-config)
+if(PKG_CONFIG)
+  execute_process(COMMAND ${PKG_CONFIG} --cflags --libs ${pc_file} OUTPUT_VARIABLE flags
+    OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "pkg-config cannot read ${pc_file}")
+  endif()
+  separate_arguments(flags UNIX_COMMAND "${flags}")
+  run(c++ ${SOURCE_DIR}/tests/install/consumer/main.cpp ${flags} -Wl,-rpath,${prefix}/lib
+      -o ${WORK_DIR}/pkgconfig-consumer)
+  run(${WORK_DIR}/pkgconfig-consumer)
+endif()
