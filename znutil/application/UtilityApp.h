@@ -49,7 +49,7 @@ class ZNUTIL_API UtilityApp {
  private:
   // Tests run the start-up steps of the identity through this class.
   friend class UtilityAppTestAccess;
-  // The library's start, and the znutil tool, run them through this one.
+  // The library's own programs run the identity steps through this one.
   friend class znutil::detail::IdentityStart;
 
   /// Fills fsAppName from the executable's path.
