@@ -10,6 +10,8 @@
 #include <znutil/platform/WinTypes.h>
 
 #include <znutil/application/UtilityApp.h>
+#include <znutil/application/ZnNamePathPair.h>
+#include <znutil/application/ZnPathSearch.h>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>

@@ -130,4 +130,27 @@ TEST(ZnDirectoryPathsTest, FreeFunctionsSplitLikeSplitPath) {
   }
 }
 
+TEST(ZnDirectoryPathsTest, NativePathsCrossTheSystemBorder) {
+  std::pair<char const *, char const *> const toNative[] = {
+      {"C:\\a\\b", "/a/b"},  // the drive is dropped, as before a system call
+      {"c:/a\\b/", "/a/b/"},  // mixed separators; the trailing one stays
+      {"\\a\\b\\\\", "/a/b//"},
+      {"a\\b", "a/b"},
+      {"D:rel\\x", "rel/x"},
+      {"C:", ""},
+      {"1:\\a", "1:/a"},  // no letter, no drive
+      {"", ""},
+  };
+  for (auto const &[path, native] : toNative) EXPECT_EQ(Text(ZnToNativePath(path)), native) << path;
+  std::pair<char const *, char const *> const fromNative[] = {
+      {"/a/b", "\\a\\b"}, {"/a/b/", "\\a\\b\\"}, {"a/b", "a\\b"}, {"/", "\\"}, {"", ""}, {"x\\y", "x\\y"},
+  };
+  for (auto const &[native, path] : fromNative) {
+    EXPECT_EQ(Text(ZnFromNativePath(native)), path) << native;
+    if (std::string(native).find('\\') == std::string::npos) {
+      EXPECT_EQ(Text(ZnToNativePath(ZnFromNativePath(native))), native) << native;  // a round trip
+    }
+  }
+}
+
 }  // namespace

@@ -25,6 +25,7 @@ constexpr int kExitTrouble = 2;
 int Complain(char const *command, std::string const &message);
 
 int RunGrep(Arguments const &arguments);
+int RunPath(Arguments const &arguments);
 int RunVersion(Arguments const &arguments);
 
 }  // namespace znutil_tool

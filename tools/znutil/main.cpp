@@ -1,6 +1,7 @@
 // znutil: command-line tools over the znutil library.
 //
 //   znutil grep [-n] [-c] [-v] PATTERN [FILE...]
+//   znutil path expand|search|relative|absolute [--native] ...
 //   znutil version [--set-file-version A.B.C.D] FILE
 //   znutil COMMAND --help
 #include <cstdio>
@@ -23,6 +24,7 @@ using namespace znutil_tool;
 
 Command const kCommands[] = {
     {"grep", "print the lines that match a regular expression", RunGrep},
+    {"path", "expand, search and resolve paths in the library's form", RunPath},
     {"version", "show or stamp the version resource of a Windows executable", RunVersion},
 };
 

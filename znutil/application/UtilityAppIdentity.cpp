@@ -1,6 +1,7 @@
 // UtilityApp: what the library knows of the process that loaded it.
 #include <znutil/application/UtilityApp.h>
 
+#include <znutil/application/internal/IdentityStart.h>
 #include <znutil/platform/Module.h>
 #include <znutil/system/ZnDirectory.h>
 #include <znutil/system/ZnPathFunctions.h>
@@ -26,4 +27,9 @@ void UtilityApp::InitAppName() {
 void UtilityApp::InitStartupDirectory() {
   fsProgramStartupDirectory = ZnGetDirectoryFromPath(ZnString(platform::ExecutablePath().c_str()));
   ZnDirectory::StripTrailingDirChar(fsProgramStartupDirectory);
+}
+
+void znutil::detail::IdentityStart::Run() {
+  UtilityApp::InitAppName();
+  UtilityApp::InitStartupDirectory();
 }

@@ -1,2 +1,4 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
-  UtilityAppIdentity.cpp)
+  UtilityAppIdentity.cpp
+  UtilityAppPaths.cpp
+  ZnPathSearch.cpp)

@@ -19,4 +19,5 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/Thread.cpp
   linux/ThreadMessages.cpp
   linux/ThreadSuspend.cpp
+  linux/UserHome.cpp
   linux/VirtualMemory.cpp)

@@ -2,6 +2,7 @@
 
 #include <znutil/platform/Directory.h>
 #include <znutil/platform/File.h>
+#include <znutil/platform/PathText.h>
 #include <znutil/system/internal/BufferText.h>
 
 namespace platform = znutil::platform;
@@ -54,3 +55,7 @@ bool ZnDoesFileExist(ZnString const &path) {
 }
 
 ZnString ZnGetSystemDirectory() { return znutil::detail::TextWithin(platform::SystemDirectory(), MAX_PATH); }
+
+ZnString ZnToNativePath(ZnString const &path) { return ZnString(platform::ToSystemPath(path.Chars()).c_str()); }
+
+ZnString ZnFromNativePath(ZnString const &path) { return ZnString(platform::FromSystemPath(path.Chars()).c_str()); }

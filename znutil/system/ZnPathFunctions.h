@@ -5,6 +5,8 @@
 //
 // The six splitting functions follow ZnString::SplitPath: the Windows rules
 // of _splitpath, a drive of up to 2 characters and other parts of up to 255.
+// ZnToNativePath and ZnFromNativePath carry paths across the border between
+// the library's `\` form and the system's, for an application's own calls.
 #ifndef ZNUTIL_SYSTEM_ZNPATHFUNCTIONS_H
 #define ZNUTIL_SYSTEM_ZNPATHFUNCTIONS_H
 
@@ -34,5 +36,15 @@ ZNUTIL_API bool ZnDoesFileExist(ZnString const &path);
 /// longer than 259 characters. The name stays as it is although the folder
 /// is not a system folder (deliberate).
 ZNUTIL_API ZnString ZnGetSystemDirectory();
+
+/// The path as the system takes it, for open() or std::filesystem: every
+/// `\` becomes `/`, and a leading drive prefix is dropped, as it is before
+/// every call the library itself makes ("C:\a\" gives "/a/"). Trailing
+/// separators stay, and a relative path stays relative.
+ZNUTIL_API ZnString ZnToNativePath(ZnString const &path);
+/// A path the system gave, in the library's form: every `/` becomes `\`.
+/// A backslash inside a Linux name turns into a separator: such a name
+/// cannot be named through the library.
+ZNUTIL_API ZnString ZnFromNativePath(ZnString const &path);
 
 #endif  // ZNUTIL_SYSTEM_ZNPATHFUNCTIONS_H
