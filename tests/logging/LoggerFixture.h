@@ -52,8 +52,15 @@ class LoggerTest : public testing::Test {
     setenv("TEMP", (scratch_ / "temp").c_str(), 1);
     std::filesystem::current_path(scratch_.Path());
   }
+  // The logger is one per process: each test leaves it stopped and as it
+  // found it.
   void TearDown() override {
     ZnLogger::Shutdown();
+    for (int index = 0; index < ZnLogger::kFilterCount; ++index) {
+      ZnLogger::Filter(index, index <= ZnLogger::kFilterError, ZnString());
+    }
+    ZnLogger::ClearFlags(ZnLogger::kQuiet | ZnLogger::kLoud);
+    ZnLogger::EnableWindowOutput(true);
     std::filesystem::current_path(home_);
   }
 

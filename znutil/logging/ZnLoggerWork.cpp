@@ -73,9 +73,11 @@ bool AnyLineContains(ZnStringList const &lines, ZnString const &text) {
 
 }  // namespace
 
+// The frame starts hidden, with the title stored so far.
 void ZnLogger::CreateFrame() {
   Entered logger(csLoggerLock);
-  pwndLogMessageWindow = new ZnLoggerFrame(ZnString(fsLogWindowTitle.Chars()), bWindowEnabled.load());
+  Entered queue(csQueueLock);
+  pwndLogMessageWindow = new ZnLoggerFrame(Detached(fsLogWindowTitle), bWindowEnabled.load());
 }
 
 void ZnLogger::DestroyFrame() {
