@@ -19,6 +19,7 @@
 
 #include <atomic>
 #include <iosfwd>
+#include <string>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>
@@ -177,7 +178,8 @@ class ZNUTIL_API ZnLogger {
   static void OnTick();
   static void CreateFrame();
   static void DestroyFrame();
-  static void WriteRecord(ZnLogMessage const *message);
+  static void AppendRecord(std::string &batch, ZnLogMessage const *message);
+  static void WriteBatch(std::string const &batch);
   static void DestroyRecords(ZnDblList *list);
 
   // Defined together, in the order in which the library's start-up needs them.
