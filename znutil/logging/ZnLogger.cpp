@@ -66,6 +66,9 @@ void ZnLogger::StopThread() {
   Entered logger(csLoggerLock);
   FinalDrain();
   pwthrdLoggerThread.store(nullptr);
+  // Those who wait for the logger (the configuration parser keeps its
+  // messages until then) must not start it again behind a stop.
+  bInitialized.store(false);
 }
 
 ZnLogger::ZnLogMessage *ZnLogger::NewRecord(int typeAndFlags, ZnString const &source, ZnString const &category) {

@@ -143,7 +143,7 @@ class ZNUTIL_API ZnLogger {
 
   /// Turns Log and Shutdown into no-ops for good. There is no way back.
   static void DisableLogger();
-  /// True once a start has completed; a Shutdown does not clear it.
+  /// True from the end of a start until the next Shutdown.
   static bool IsInitialized();
 
   /// Stores the frame's title; the next tick of the logger thread shows it.
