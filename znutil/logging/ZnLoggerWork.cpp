@@ -100,6 +100,25 @@ bool AnyLineContains(ZnStringList const &lines, ZnString const &text) {
   return false;
 }
 
+// The six filters in order. A type filter that is off hides its type; a
+// source or category filter that is on hides what differs from its text
+// (without regard to case), and the text filter what no line contains.
+bool Passes(ZnLogger::LoggerFilter const *filters, ZnLogger::ZnLogMessage const &message) {
+  bool show = true;
+  for (int index = 0; index < ZnLogger::kFilterCount; ++index) {
+    ZnLogger::LoggerFilter const &filter = filters[index];
+    if (index <= ZnLogger::kFilterError) {
+      if (message.iType == filter.iFilterType && !filter.bEnabled) show = false;
+    } else if (filter.bEnabled && index != ZnLogger::kFilterMessage) {
+      ZnString const &field = index == ZnLogger::kFilterSource ? message.fsSource : message.fsCategory;
+      show = show && field.CaseCompare(filter.fsText) == 0;
+    } else if (filter.bEnabled && show) {
+      show = AnyLineContains(message.slMessage, filter.fsText);
+    }
+  }
+  return show;
+}
+
 }  // namespace
 
 // The frame starts hidden, with the title stored so far.
@@ -189,19 +208,9 @@ void ZnLogger::DoWork() {
 }
 
 void ZnLogger::FilterMessage(ZnLogMessage *message) {
-  bool show = true;
-  for (LoggerFilter const &filter : aFilters) {
-    if (!bFilterEnabled) break;
-    if (filter.iFilterType <= kFilterError) {
-      if (message->iType == filter.iFilterType && !filter.bEnabled) show = false;
-    } else if (filter.bEnabled && filter.iFilterType != kFilterMessage) {
-      ZnString const &field = filter.iFilterType == kFilterSource ? message->fsSource : message->fsCategory;
-      if (!show || field.CaseCompare(filter.fsText) != 0) show = false;
-    } else if (filter.bEnabled && show) {
-      show = AnyLineContains(message->slMessage, filter.fsText);
-    }
+  if (!bFilterEnabled || Passes(aFilters, *message)) {
+    message->iListItem = pwndLogMessageWindow->AddRow(RowOf(*message));
   }
-  if (show) message->iListItem = pwndLogMessageWindow->AddRow(RowOf(*message));
 }
 
 void ZnLogger::AppendRecord(std::string &batch, ZnLogMessage const *message) {
