@@ -113,6 +113,9 @@
 #include <znutil/values/ZnVdUint.h>
 #include <znutil/values/ZnVdValue.h>
 
+#include <znutil/logging/ZnLogger.h>
+#include <znutil/logging/ZnLoggerFrame.h>
+
 #include <znutil/undo/ZnAction.h>
 #include <znutil/undo/ZnActionManager.h>
 
