@@ -1,2 +1,5 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
-  UtilityAppIdentity.cpp)
+  UtilityAppIdentity.cpp
+  UtilityAppOle.cpp
+  ZnEnvVariable.cpp
+  ZnRegVariable.cpp)
