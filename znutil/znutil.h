@@ -5,13 +5,16 @@
 #define ZNUTIL_ZNUTIL_H
 
 #include <znutil/platform/PeFormat.h>
+#include <znutil/platform/Registry.h>
 #include <znutil/platform/StringTable.h>
 #include <znutil/platform/UserInterface.h>
 #include <znutil/platform/WinTypes.h>
 
 #include <znutil/application/UtilityApp.h>
+#include <znutil/application/ZnEnvVariable.h>
 #include <znutil/application/ZnNamePathPair.h>
 #include <znutil/application/ZnPathSearch.h>
+#include <znutil/application/ZnRegVariable.h>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>
@@ -79,6 +82,8 @@
 #include <znutil/system/ZnPathFunctions.h>
 #include <znutil/system/ZnStopWatch.h>
 #include <znutil/system/ZnSystemTime.h>
+#include <znutil/system/ZnTask.h>
+#include <znutil/system/ZnTaskList.h>
 #include <znutil/system/ZnTickCount.h>
 #include <znutil/system/ZnTime.h>
 #include <znutil/system/ZnVersionResource.h>

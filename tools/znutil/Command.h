@@ -24,8 +24,11 @@ constexpr int kExitTrouble = 2;
 /// Prints "znutil COMMAND: message" on standard error and returns kExitTrouble.
 int Complain(char const *command, std::string const &message);
 
+int RunEnv(Arguments const &arguments);
 int RunGrep(Arguments const &arguments);
 int RunPath(Arguments const &arguments);
+int RunPs(Arguments const &arguments);
+int RunReg(Arguments const &arguments);
 int RunVersion(Arguments const &arguments);
 
 }  // namespace znutil_tool

@@ -3,6 +3,9 @@
 //   znutil grep [-n] [-c] [-v] PATTERN [FILE...]
 //   znutil path expand|search|relative|absolute [--native] ...
 //   znutil version [--set-file-version A.B.C.D] FILE
+//   znutil ps [--name PATTERN]
+//   znutil env NAME [VALUE]
+//   znutil reg get|set ROOT KEY NAME [VALUE]
 //   znutil COMMAND --help
 #include <cstdio>
 #include <cstring>
@@ -26,6 +29,9 @@ Command const kCommands[] = {
     {"grep", "print the lines that match a regular expression", RunGrep},
     {"path", "expand, search and resolve paths in the library's form", RunPath},
     {"version", "show or stamp the version resource of a Windows executable", RunVersion},
+    {"ps", "list the running processes, or those whose name matches", RunPs},
+    {"env", "print an environment variable, or show what setting it does", RunEnv},
+    {"reg", "read or write a text value of the library's registry store", RunReg},
 };
 
 void PrintUsage(std::FILE *out) {

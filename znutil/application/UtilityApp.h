@@ -45,6 +45,16 @@ class ZNUTIL_API UtilityApp {
   static void SetPath(ZnString const &name, ZnString const &path);
   /// The first plug-in directory; empty for now.
   static ZnString PluginDirectory();
+  // Per-thread OLE set-up.
+
+  /// The platform's OleInitialize result on the thread's first call; 1 on
+  /// every later call of the thread, even after OleUninitialize: a latch,
+  /// deliberately not a count.
+  static long OleInitialize();
+  /// The platform's OleUninitialize, on a thread of the library's (one
+  /// GetThread finds) that has called OleInitialize; every call reaches
+  /// the platform. Also runs when such a thread ends.
+  static void OleUninitialize();
 
  private:
   // Tests run the start-up steps of the identity through this class.

@@ -1,4 +1,7 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
   UtilityAppIdentity.cpp
+  UtilityAppOle.cpp
   UtilityAppPaths.cpp
-  ZnPathSearch.cpp)
+  ZnEnvVariable.cpp
+  ZnPathSearch.cpp
+  ZnRegVariable.cpp)

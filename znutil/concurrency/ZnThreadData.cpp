@@ -1,6 +1,7 @@
 // ZnThread's per-thread data. Each thread keeps its record in a
-// thread_local slot whose destructor is the thread's detach: it destroys a
-// record that is left when the thread ends, whoever started the thread.
+// thread_local slot whose destructor is the thread's detach: it runs the
+// detach work of the application layer, then destroys a record that is
+// left when the thread ends, whoever started the thread.
 //
 // The slot "index" of the original is kept as a number that names one
 // allocation of the slot: records made under an earlier allocation read as
@@ -16,9 +17,12 @@ using znutil::detail::ZnThreadRecord;
 
 namespace {
 
+std::atomic<void (*)()> detachWork{nullptr};
+
 class ThreadDataSlot {
  public:
   ~ThreadDataSlot() {
+    if (void (*work)() = detachWork.load()) work();
     Destroy();
     if (bHeapGivenBack) ZnFixedBlockAllocator::Shutdown();
   }
@@ -38,6 +42,8 @@ class ThreadDataSlot {
   }
 
   bool bHeapGivenBack = false;
+  /// Data was made on this thread once: the attach has happened.
+  bool bAttached = false;
 
  private:
   ZnThreadRecord *pRecord = nullptr;
@@ -54,6 +60,12 @@ std::atomic<long> ZnThread::iTlsIndex{-1};
 
 void znutil::detail::MarkHeapGivenBack() { tlsThreadData.bHeapGivenBack = true; }
 
+void znutil::detail::AttachThread() {
+  if (!tlsThreadData.bAttached) ZnThread::InitializeThreadData(nullptr);
+}
+
+void znutil::detail::SetThreadDetachWork(void (*work)()) { detachWork.store(work); }
+
 void ZnThread::AllocateTls() {
   if (iTlsIndex.load() != -1) return;
   long unallocated = -1;
@@ -62,6 +74,7 @@ void ZnThread::AllocateTls() {
 
 void ZnThread::InitializeThreadData(ZnThread *thread) {
   AllocateTls();
+  tlsThreadData.bAttached = true;
   long const index = iTlsIndex.load();
   if (ZnThreadRecord *record = tlsThreadData.Get(index)) {
     record->pThread = thread;

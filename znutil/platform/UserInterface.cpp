@@ -1,4 +1,5 @@
-// Message boxes on standard error and the host's folder chooser.
+// Message boxes on standard error, the host's folder chooser, and the
+// counted set-up calls.
 #include <znutil/platform/UserInterface.h>
 
 #include <atomic>
@@ -12,6 +13,9 @@ namespace platform {
 namespace {
 
 std::atomic<FolderChooser> installedChooser{nullptr};
+std::atomic<unsigned long> initCommonControlsCalls{0};
+std::atomic<unsigned long> oleInitializeCalls{0};
+std::atomic<unsigned long> oleUninitializeCalls{0};
 
 }  // namespace
 
@@ -28,6 +32,19 @@ int GetOpenFileNameA(HWND owner) {
   std::string chosen;
   if (chooser == nullptr || !chooser(owner, CurrentDirectory(), chosen)) return 0;
   return SetCurrentDirectoryA(chosen.c_str()) ? 1 : 0;
+}
+
+void InitCommonControls() { ++initCommonControlsCalls; }
+
+HRESULT OleInitialize(void *) {
+  ++oleInitializeCalls;
+  return S_OK;
+}
+
+void OleUninitialize() { ++oleUninitializeCalls; }
+
+UserInterfaceCalls CountUserInterfaceCalls() {
+  return {initCommonControlsCalls.load(), oleInitializeCalls.load(), oleUninitializeCalls.load()};
 }
 
 }  // namespace platform

@@ -1,4 +1,5 @@
-// The few dialogs the library shows, for a process that has no windows.
+// The few dialogs the library shows, for a process that has no windows,
+// and the user-interface set-up calls, which have nothing to set up.
 //
 // MessageBoxA writes its text to standard error. A folder chooser exists
 // only if the host installs one:
@@ -41,6 +42,22 @@ ZNUTIL_API FolderChooser SetFolderChooser(FolderChooser chooser);
 /// user navigates, makes the chosen folder current. 1 when a folder was
 /// chosen and made current, 0 when cancelled or when there is no chooser.
 int GetOpenFileNameA(HWND owner);
+
+/// Nothing to set up; counted.
+void InitCommonControls();
+/// Nothing to set up; counted. Returns S_OK.
+HRESULT OleInitialize(void *reserved);
+/// Nothing to tear down; counted.
+void OleUninitialize();
+
+/// How often each set-up call was made in this process, so that tests can
+/// see which calls the library makes.
+struct UserInterfaceCalls {
+  unsigned long initCommonControls;
+  unsigned long oleInitialize;
+  unsigned long oleUninitialize;
+};
+ZNUTIL_API UserInterfaceCalls CountUserInterfaceCalls();
 
 }  // namespace platform
 }  // namespace znutil

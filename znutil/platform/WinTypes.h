@@ -30,6 +30,48 @@ typedef void *HWND;
 typedef std::uintptr_t WPARAM;
 typedef std::intptr_t LPARAM;
 
+/// A COM-style status: 0 (S_OK) is success.
+typedef ZnLong HRESULT;
+#define S_OK 0
+
+/// An open registry key, or one of the predefined roots below. The roots
+/// keep their Windows values (sign-extended, as on 64-bit Windows).
+typedef void *HKEY;
+#define ZNUTIL_PREDEFINED_HKEY(value) \
+  (reinterpret_cast<HKEY>(static_cast<std::intptr_t>(static_cast<std::int32_t>(value))))
+#define HKEY_CLASSES_ROOT ZNUTIL_PREDEFINED_HKEY(0x80000000u)
+#define HKEY_CURRENT_USER ZNUTIL_PREDEFINED_HKEY(0x80000001u)
+#define HKEY_LOCAL_MACHINE ZNUTIL_PREDEFINED_HKEY(0x80000002u)
+#define HKEY_USERS ZNUTIL_PREDEFINED_HKEY(0x80000003u)
+
+/// Registry value types.
+#define REG_NONE 0u
+#define REG_SZ 1u
+#define REG_EXPAND_SZ 2u
+#define REG_BINARY 3u
+#define REG_DWORD 4u
+#define REG_DWORD_BIG_ENDIAN 5u
+#define REG_LINK 6u
+#define REG_MULTI_SZ 7u
+#define REG_QWORD 11u
+
+/// Registry access rights and creation results.
+#define KEY_READ 0x20019u
+#define KEY_ALL_ACCESS 0xF003Fu
+#define REG_OPTION_NON_VOLATILE 0u
+#define REG_CREATED_NEW_KEY 1u
+#define REG_OPENED_EXISTING_KEY 2u
+
+/// The Windows error codes that the registry calls return.
+#define ERROR_SUCCESS 0
+#define ERROR_FILE_NOT_FOUND 2
+#define ERROR_ACCESS_DENIED 5
+#define ERROR_INVALID_HANDLE 6
+#define ERROR_GEN_FAILURE 31
+#define ERROR_INVALID_PARAMETER 87
+#define ERROR_FILENAME_EXCED_RANGE 206
+#define ERROR_MORE_DATA 234
+
 /// Marks a handle that refers to nothing, as returned by failed opens.
 #define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1)))
 

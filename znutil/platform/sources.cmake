@@ -7,14 +7,17 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/Clock.cpp
   linux/Directory.cpp
   linux/DirectoryListing.cpp
+  linux/Environment.cpp
   linux/Event.cpp
   linux/File.cpp
   linux/FileInformation.cpp
   linux/FileMapping.cpp
   linux/Heap.cpp
   linux/Module.cpp
+  linux/ProcessList.cpp
   linux/Random.cpp
   linux/RecursiveMutex.cpp
+  linux/Registry.cpp
   linux/Scheduling.cpp
   linux/Thread.cpp
   linux/ThreadMessages.cpp

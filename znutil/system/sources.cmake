@@ -11,6 +11,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnPathFunctions.cpp
   ZnStopWatch.cpp
   ZnSystemTime.cpp
+  ZnTaskList.cpp
   ZnTickCount.cpp
   ZnTime.cpp
   ZnVersionResource.cpp

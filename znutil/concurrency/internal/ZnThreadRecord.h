@@ -22,6 +22,15 @@ struct ZnThreadRecord {
 /// freeing the record binds.
 void MarkHeapGivenBack();
 
+/// The thread attach: makes the calling thread's data, bound to no
+/// ZnThread, unless data was made on this thread before. Called at the
+/// library's per-thread entry points.
+void AttachThread();
+
+/// Sets the work that each thread's detach does before it destroys the
+/// thread's data.
+void SetThreadDetachWork(void (*work)());
+
 }  // namespace detail
 }  // namespace znutil
 

@@ -11,6 +11,7 @@
 
 #include <znutil/platform/PathText.h>
 #include <znutil/platform/linux/FileStatus.h>
+#include <znutil/platform/linux/UserFolders.h>
 
 namespace znutil {
 namespace platform {
@@ -21,28 +22,6 @@ std::string LastPart(std::string path) {
   while (path.size() > 1 && path.back() == '/') path.pop_back();
   std::size_t const slash = path.rfind('/');
   return slash == std::string::npos ? path : path.substr(slash + 1);
-}
-
-// Makes a system path's folder and every missing ancestor.
-bool MakeFolders(std::string const &path) {
-  for (std::size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
-    if (mkdir(path.substr(0, slash).c_str(), 0777) != 0 && errno != EEXIST) return false;
-  }
-  return mkdir(path.c_str(), 0777) == 0 || errno == EEXIST;
-}
-
-std::string Variable(char const *name) {
-  char const *value = std::getenv(name);
-  return value != nullptr ? value : "";
-}
-
-std::string HomeDirectory() {
-  std::string home = Variable("HOME");
-  if (!home.empty()) return home;
-  struct passwd entry, *found = nullptr;
-  char buffer[4096];
-  if (getpwuid_r(getuid(), &entry, buffer, sizeof buffer, &found) == 0 && found != nullptr) return found->pw_dir;
-  return "/";
 }
 
 bool WriteAll(int descriptor, char const *bytes, ssize_t size) {
@@ -82,6 +61,27 @@ int OpenCopyTarget(char const *to, bool failIfExists, struct stat const &source)
 }
 
 }  // namespace
+
+bool MakeFolders(std::string const &path) {
+  for (std::size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
+    if (mkdir(path.substr(0, slash).c_str(), 0777) != 0 && errno != EEXIST) return false;
+  }
+  return mkdir(path.c_str(), 0777) == 0 || errno == EEXIST;
+}
+
+std::string Variable(char const *name) {
+  char const *value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string HomeDirectory() {
+  std::string home = Variable("HOME");
+  if (!home.empty()) return home;
+  struct passwd entry, *found = nullptr;
+  char buffer[4096];
+  if (getpwuid_r(getuid(), &entry, buffer, sizeof buffer, &found) == 0 && found != nullptr) return found->pw_dir;
+  return "/";
+}
 
 DWORD AttributesOf(struct statx const &status, char const *name) {
   DWORD attributes = 0;

@@ -1,0 +1,49 @@
+// Environment variables: a cached value that only the constructor and
+// SetName read, and that only Set writes.
+#include <znutil/application/ZnEnvVariable.h>
+
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+#include "../system/TestClocks.h"
+
+namespace {
+
+using znutil_test::ScopedVariable;
+
+char const kName[] = "ZNUTIL_ENV_TEST";
+
+std::string Text(ZnString const &value) { return value.Chars(); }
+
+TEST(ZnEnvVariableTest, KeepsTheValueItReadUntilSetNameReadsAgain) {
+  ScopedVariable variable(kName, "first");
+  ZnEnvVariable env(kName);
+  EXPECT_EQ(Text(env.Get()), "first");
+  setenv(kName, "second", 1);
+  EXPECT_EQ(Text(env), "first");
+  ZnEnvVariable copy(env);  // copies the cache, reads nothing
+  EXPECT_EQ(Text(copy.Get()), "first");
+  env.SetName(kName);
+  EXPECT_EQ(Text(env.Get()), "second");
+  EXPECT_EQ(Text(env.GetName()), kName);
+  unsetenv(kName);
+  env.SetName(kName);
+  EXPECT_EQ(Text(env.Get()), "");
+}
+
+TEST(ZnEnvVariableTest, SetWritesTheEnvironmentAndEmptyRemovesTheVariable) {
+  ScopedVariable variable(kName, "old");
+  ZnEnvVariable env(kName);
+  env.Set("new value");
+  ASSERT_NE(std::getenv(kName), nullptr);
+  EXPECT_STREQ(std::getenv(kName), "new value");
+  env.Set("");
+  EXPECT_EQ(std::getenv(kName), nullptr);
+  EXPECT_EQ(Text(env.Get()), "");
+  ZnEnvVariable unnamed("");
+  unnamed.Set("x");  // no such name can be set: ignored
+  EXPECT_EQ(Text(unnamed.Get()), "x");
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+// Registry variables over the library's registry store, and the store's
+// calls themselves, in a scratch store.
+#include <znutil/application/ZnRegVariable.h>
+
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include <znutil/platform/Registry.h>
+
+#include <gtest/gtest.h>
+
+#include "../system/ScratchDirectory.h"
+#include "../system/TestClocks.h"
+
+namespace {
+
+using namespace znutil::platform;
+using znutil_test::ScopedVariable;
+using znutil_test::ScratchDirectory;
+using znutil_test::Text;
+
+class ZnRegVariableTest : public ::testing::Test {
+ protected:
+  ScratchDirectory scratch;
+  ScopedVariable store{"ZNUTIL_REGISTRY_DIR", scratch.Path()};
+
+  // Opens an existing key, failing the test if it cannot.
+  HKEY Open(char const *path) {
+    HKEY key = nullptr;
+    EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, KEY_READ, &key), ERROR_SUCCESS);
+    return key;
+  }
+
+  // Sets a value under a key that it creates if needed.
+  void SetValue(char const *path, char const *name, DWORD type, void const *data, DWORD size) {
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, path, 0, "", REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                              &key, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_EQ(RegSetValueExA(key, name, 0, type, static_cast<BYTE const *>(data), size), ERROR_SUCCESS);
+    EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+  }
+};
+
+TEST_F(ZnRegVariableTest, SetCreatesTheKeyWithItsParentsAndTheTextReadsBack) {
+  ZnRegVariable colour(HKEY_CURRENT_USER, "Software\\Acme\\Paint", "Colour");
+  EXPECT_EQ(Text(colour.Get()), "");
+  colour.Set("red");
+  EXPECT_TRUE(std::filesystem::is_directory(scratch / "HKEY_CURRENT_USER/software/acme/paint"));
+  EXPECT_EQ(Text(ZnRegVariable(HKEY_CURRENT_USER, "Software\\Acme\\Paint", "Colour").Get()), "red");
+
+  // Names compare without regard to case, and `/` separates keys too.
+  HKEY key = Open("software/ACME/paint");
+  DWORD type = 0, size = 0;
+  EXPECT_EQ(RegQueryValueExA(key, "COLOUR", nullptr, &type, nullptr, &size), ERROR_SUCCESS);
+  EXPECT_EQ(type, REG_SZ);
+  EXPECT_EQ(size, 4u);
+  char small[2];
+  EXPECT_EQ(RegQueryValueExA(key, "colour", nullptr, &type, reinterpret_cast<BYTE *>(small), &(size = 2)),
+            ERROR_MORE_DATA);
+  EXPECT_EQ(size, 4u);
+  char text[8] = {};
+  EXPECT_EQ(RegQueryValueExA(key, "colour", nullptr, &type, reinterpret_cast<BYTE *>(text), &size), ERROR_SUCCESS);
+  EXPECT_EQ(std::memcmp(text, "red", 4), 0);
+  EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+  EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
+}
+
+TEST_F(ZnRegVariableTest, AValueThatIsNotTextReadsAsEmptyAndKeepsItsType) {
+  DWORD const number = 0x01020304;
+  SetValue("Software\\Acme", "Count", REG_DWORD, &number, sizeof number);
+  EXPECT_EQ(Text(ZnRegVariable(HKEY_CURRENT_USER, "Software\\Acme", "Count").Get()), "");
+
+  HKEY key = Open("Software\\Acme");
+  DWORD type = 0, read = 0, size = sizeof read;
+  EXPECT_EQ(RegQueryValueExA(key, "Count", nullptr, &type, reinterpret_cast<BYTE *>(&read), &size), ERROR_SUCCESS);
+  EXPECT_EQ(type, REG_DWORD);
+  EXPECT_EQ(read, number);
+  EXPECT_EQ(RegQueryValueExA(key, "Missing", nullptr, &type, nullptr, &size), ERROR_FILE_NOT_FOUND);
+  RegCloseKey(key);
+}
+
+TEST_F(ZnRegVariableTest, AMissingKeyReadsAsEmptyEvenWithAnEnvironmentVariableOfTheName) {
+  ScopedVariable variable("ZNUTIL_REG_TEST", "from the environment");
+  EXPECT_EQ(Text(ZnRegVariable(HKEY_CURRENT_USER, "Software\\Nothing", "ZNUTIL_REG_TEST").Get()), "");
+  HKEY key = nullptr;
+  EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Nothing", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(RegOpenKeyExA(reinterpret_cast<HKEY>(&key), "x", 0, KEY_READ, &key), ERROR_INVALID_HANDLE);
+  // A predefined root opens before anything was stored under it.
+  EXPECT_EQ(RegOpenKeyExA(HKEY_USERS, "", 0, KEY_READ, &key), ERROR_SUCCESS);
+  RegCloseKey(key);
+}
+
+TEST_F(ZnRegVariableTest, OddNamesKeepApartAndNoTemporaryFileStays) {
+  char const *const names[] = {"", "@", "a/b\\c", "%41", "A", ".hidden", "#XXXXXX"};
+  for (char const *name : names) {
+    ZnRegVariable(HKEY_LOCAL_MACHINE, "Odd\\..\\.", name).Set((std::string(name) + "!").c_str());
+  }
+  for (char const *name : names) {
+    EXPECT_EQ(Text(ZnRegVariable(HKEY_LOCAL_MACHINE, "odd/../.", name).Get()), std::string(name) + "!") << name;
+  }
+  EXPECT_EQ(Text(ZnRegVariable(HKEY_LOCAL_MACHINE, "Odd\\..\\.", "a").Get()), "A!");  // "A" replaced "a"
+  for (auto const &entry : std::filesystem::recursive_directory_iterator(scratch.Path())) {
+    EXPECT_NE(entry.path().filename().string()[0], '#') << entry.path();
+  }
+}
+
+TEST_F(ZnRegVariableTest, ACopyWritesToTheSameKeyWithoutReading) {
+  ZnRegVariable original(HKEY_CURRENT_USER, "Software\\Copy", "Value");
+  original.Set("one");
+  ZnRegVariable copy(original);
+  ZnRegVariable(HKEY_CURRENT_USER, "Software\\Copy", "Value").Set("two");
+  EXPECT_EQ(Text(copy.Get()), "one");
+  copy.Set("three");
+  original.SetName("Value");
+  EXPECT_EQ(Text(original.Get()), "three");
+}
+
+TEST_F(ZnRegVariableTest, TheStoreFallsBackToTheConfigurationFolder) {
+  ScopedVariable noStore("ZNUTIL_REGISTRY_DIR", "");
+  ScopedVariable config("XDG_CONFIG_HOME", scratch / "config");
+  ZnRegVariable(HKEY_CLASSES_ROOT, ".txt", "").Set("textfile");
+  EXPECT_TRUE(std::filesystem::exists(scratch / "config/znutil/registry/HKEY_CLASSES_ROOT/%2Etxt/@"));
+  ScopedVariable noConfig("XDG_CONFIG_HOME", "");
+  ScopedVariable home("HOME", scratch / "home");
+  ZnRegVariable(HKEY_USERS, "Default", "Name").Set("me");
+  EXPECT_TRUE(std::filesystem::exists(scratch / "home/.config/znutil/registry/HKEY_USERS/default/@name"));
+}
+
+}  // namespace

@@ -1,0 +1,99 @@
+// The process list: snapshots of /proc, with a child process of the test
+// coming and going, and the task-name wildcard match.
+#include <znutil/system/ZnTaskList.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <spawn.h>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "ScratchDirectory.h"
+
+extern char **environ;
+
+namespace {
+
+using znutil_test::ScratchDirectory;
+
+// The name of the task with `id` in a fresh snapshot, or empty.
+std::string NameOf(pid_t id) {
+  ZnTaskList tasks;
+  tasks.Refresh();
+  for (ZnTask *task = tasks.First(); task != nullptr; task = tasks.Next()) {
+    if (task->Id() == static_cast<unsigned int>(id)) return task->ProcessName().Chars();
+  }
+  return std::string();
+}
+
+// Polls until the snapshot shows `id` under `name` (empty: not at all).
+bool Eventually(pid_t id, std::string const &name) {
+  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (NameOf(id) != name) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return true;
+}
+
+TEST(ZnTaskListTest, AFreshListIsEmptyAndASnapshotHoldsThisProcess) {
+  ZnTaskList tasks;
+  EXPECT_EQ(tasks.First(), nullptr);
+  EXPECT_EQ(tasks.Next(), nullptr);
+  ZnTaskList::Initialize();
+  EXPECT_EQ(ZnTaskList::GetPid(), static_cast<unsigned int>(getpid()));
+  tasks.Refresh();
+  int count = 0;
+  bool self = false;
+  for (ZnTask *task = tasks.First(); task != nullptr; task = tasks.Next(), ++count) {
+    self = self || (task->Id() == ZnTaskList::GetPid() && task->ProcessName() == "tasks_test");
+  }
+  EXPECT_TRUE(self);
+  EXPECT_EQ(count, tasks.GetCount());
+  EXPECT_EQ(tasks.Next(), nullptr);  // and stays at the end
+  ZnTask copy(*tasks.First());
+  tasks.Refresh();  // replaces every task
+  EXPECT_GT(tasks.GetCount(), 0);
+  EXPECT_NE(copy.ProcessName(), NULL_STRING);
+}
+
+TEST(ZnTaskListTest, AChildAppearsUnderItsFullNameAndLeavesWhenItEnds) {
+  // A name longer than the kernel's 15-byte `comm` comes from the executable.
+  ScratchDirectory scratch;
+  std::string const program = scratch / "a-rather-long-sleeper";
+  std::filesystem::copy_file("/bin/sleep", program);
+  char *const arguments[] = {const_cast<char *>(program.c_str()), const_cast<char *>("60"), nullptr};
+  pid_t child = 0;
+  if (posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0) {
+    GTEST_SKIP() << "cannot run programs from " << scratch.Path();
+  }
+  EXPECT_TRUE(Eventually(child, "a-rather-long-sleeper"));
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_TRUE(Eventually(child, ""));
+}
+
+struct MatchCase {
+  char const *text;
+  char const *pattern;
+  bool matches;
+};
+
+TEST(ZnTaskListTest, MatchTaskNameComparesTheTextInUpperCase) {
+  MatchCase const cases[] = {
+      {"abc", "A?C", true},         {"abc", "abc", false},       {"notepad.exe", "NOTE*", true},
+      {"notepad.exe", "*.EXE", true}, {"notepad.exe", "*.COM", false}, {"", "*", true},
+      {"", "", true},               {"a", "", false},            {"", "?", false},
+      {"ab", "A*B*", true},         {"b", "[A-C]", true},        {"d", "[A-CX]", false},
+      {"x", "[A-CX]", true},        {"-", "[A-]", true},         {"b", "[ABC", false},
+      {"", "[A]", false},           {"b", "[]B", false},         {"ab", "[A]B", true},
+  };
+  for (MatchCase const &c : cases) EXPECT_EQ(MatchTaskName(c.text, c.pattern), c.matches) << c.text << " " << c.pattern;
+}
+
+}  // namespace
