@@ -125,6 +125,9 @@
 #include <znutil/configuration/ZnCfgTextData.h>
 #include <znutil/configuration/ZnCfgTokenInfo.h>
 
+#include <znutil/logging/ZnLogger.h>
+#include <znutil/logging/ZnLoggerFrame.h>
+
 #include <znutil/undo/ZnAction.h>
 #include <znutil/undo/ZnActionManager.h>
 
