@@ -5,9 +5,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <initializer_list>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include <znutil/znutil.h>
 
@@ -367,6 +369,30 @@ void TourPaths() {
   }
 }
 
+// Two threads log; Shutdown writes everything to "<app>.log" in the start-up
+// folder, which the tour prints and then removes.
+void TourLogging() {
+  std::printf("== Logging\n");
+  auto worker = [](char const *source) {
+    for (int step = 1; step <= 2; ++step) {
+      std::string const line = std::string("step ") + std::to_string(step) + " done";
+      ZnLogger::Log(ZnLogger::kInformation, ZnString(source), ZnString("Tour"), ZnString(line.c_str()));
+    }
+  };
+  std::thread first(worker, "first"), second(worker, "second");
+  first.join();
+  second.join();
+  ZnString const a("a warning of two lines,"), b("the second line");
+  ZnLogger::Log(ZnLogger::kWarning, ZnString("main"), ZnString("Tour"), &a, &b, nullptr);
+  ZnLogger::Shutdown();
+  std::string const log = (UtilityApp::StartupDir() ^ (UtilityApp::AppName() + ZnString(".log"))).Chars();
+  std::string file = log;
+  for (char &c : file) c = c == '\\' ? '/' : c;
+  std::ifstream in(file, std::ios::binary);
+  std::printf("%s holds:\n%s", log.c_str(), std::string(std::istreambuf_iterator<char>(in), {}).c_str());
+  std::filesystem::remove(file);
+}
+
 }  // namespace
 
 int main(int, char **argv) {
@@ -381,5 +407,6 @@ int main(int, char **argv) {
   TourRegex();
   TourImages(argv[0]);
   TourPaths();
+  TourLogging();
   return 0;
 }
