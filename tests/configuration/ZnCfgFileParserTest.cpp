@@ -1,6 +1,8 @@
 #include <znutil/configuration/ZnCfgFileParser.h>
 
+#include <cctype>
 #include <cstring>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
