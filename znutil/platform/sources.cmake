@@ -11,7 +11,9 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/File.cpp
   linux/FileInformation.cpp
   linux/FileMapping.cpp
+  linux/FileReplace.cpp
   linux/Heap.cpp
+  linux/Host.cpp
   linux/Module.cpp
   linux/Random.cpp
   linux/RecursiveMutex.cpp
