@@ -111,6 +111,20 @@
 #include <znutil/values/ZnVdUint.h>
 #include <znutil/values/ZnVdValue.h>
 
+#include <znutil/configuration/ZnCfgBinaryData.h>
+#include <znutil/configuration/ZnCfgData.h>
+#include <znutil/configuration/ZnCfgEntry.h>
+#include <znutil/configuration/ZnCfgEntryList.h>
+#include <znutil/configuration/ZnCfgFileParser.h>
+#include <znutil/configuration/ZnCfgFileParserItem.h>
+#include <znutil/configuration/ZnCfgFloatData.h>
+#include <znutil/configuration/ZnCfgIntegerData.h>
+#include <znutil/configuration/ZnCfgParserBinaryStream.h>
+#include <znutil/configuration/ZnCfgSection.h>
+#include <znutil/configuration/ZnCfgSectionList.h>
+#include <znutil/configuration/ZnCfgTextData.h>
+#include <znutil/configuration/ZnCfgTokenInfo.h>
+
 #include <znutil/undo/ZnAction.h>
 #include <znutil/undo/ZnActionManager.h>
 

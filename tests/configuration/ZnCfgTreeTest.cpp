@@ -1,0 +1,159 @@
+#include <znutil/configuration/ZnCfgSectionList.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <znutil/configuration/ZnCfgBinaryData.h>
+#include <znutil/configuration/ZnCfgEntryList.h>
+#include <znutil/configuration/ZnCfgFloatData.h>
+#include <znutil/configuration/ZnCfgIntegerData.h>
+#include <znutil/configuration/ZnCfgTextData.h>
+
+namespace {
+
+// What the eight reads of one value give: "-" for a refused read, else the
+// value read, as text.
+struct Reads {
+  std::string integer, floating, text, binary, toInteger, toFloat, toText, toBinary;
+};
+
+std::string Bytes(ZnBinary value) { return value.Dump(false).Chars(); }
+
+Reads ReadAll(ZnCfgData const &data) {
+  int i = 0;
+  float f = 0;
+  ZnString t;
+  ZnBinary b;
+  auto integer = [&](bool ok) { return ok ? std::to_string(i) : "-"; };
+  auto floating = [&](bool ok) { return ok ? std::to_string(f) : "-"; };
+  auto text = [&](bool ok) { return ok ? std::string(t.Chars()) : "-"; };
+  auto binary = [&](bool ok) { return ok ? Bytes(b) : "-"; };
+  return {integer(data.GetInteger(&i)),      floating(data.GetFloat(&f)),      text(data.GetText(&t)),
+          binary(data.GetBinary(&b)),        integer(data.ConvertToInteger(&i)), floating(data.ConvertToFloat(&f)),
+          text(data.ConvertToText(&t)),      binary(data.ConvertToBinary(&b))};
+}
+
+void ExpectReads(ZnCfgData const &data, Reads const &expected) {
+  Reads const got = ReadAll(data);
+  EXPECT_EQ(got.integer, expected.integer);
+  EXPECT_EQ(got.floating, expected.floating);
+  EXPECT_EQ(got.text, expected.text);
+  EXPECT_EQ(got.binary, expected.binary);
+  EXPECT_EQ(got.toInteger, expected.toInteger);
+  EXPECT_EQ(got.toFloat, expected.toFloat);
+  EXPECT_EQ(got.toText, expected.toText);
+  EXPECT_EQ(got.toBinary, expected.toBinary);
+}
+
+TEST(ZnCfgDataTest, ReadsAndConversionsFollowTheTypeTable) {
+  ExpectReads(ZnCfgTextData("12.5ab"), {"-", "-", "12.5ab", "-", "12", "12.500000", "12.5ab", "x31,x32,x2e,x35,x61,x62"});
+  ExpectReads(ZnCfgTextData("abc"), {"-", "-", "abc", "-", "0", "0.000000", "abc", "x61,x62,x63"});
+  ExpectReads(ZnCfgBinaryData(ZnBinary(ZnString("12"))), {"-", "-", "-", "x31,x32", "-", "-", "-", "x31,x32"});
+  ExpectReads(ZnCfgIntegerData(-7), {"-7", "-", "-", "-", "-7", "-7.000000", "-7", "xf9,xff,xff,xff"});
+  ExpectReads(ZnCfgFloatData(-2.75f), {"-", "-2.750000", "-", "-", "-2", "-2.750000", "-2.750000", "x00,x00,x30,xc0"});
+  ExpectReads(ZnCfgFloatData(1e10f), {"-", "10000000000.000000", "-", "-", "-2147483648", "10000000000.000000",
+                                      "10000000000.000000", "xf9,x02,x15,x50"});
+  int truncated = 0;
+  ZnCfgFloatData(std::nanf("")).ConvertToInteger(&truncated);
+  EXPECT_EQ(truncated, std::numeric_limits<int>::min());
+}
+
+TEST(ZnCfgDataTest, FormatsValueAndType) {
+  EXPECT_STREQ(ZnCfgTextData("Main \"view\"\\\x01\t").FormatValue().Chars(), "\"Main \\\"view\\\"\\\\\\x001\\t\"");
+  EXPECT_STREQ(ZnCfgTextData("").FormatType().Chars(), "(text)");
+  EXPECT_STREQ(ZnCfgIntegerData(1024).FormatValue().Chars(), "1024");
+  EXPECT_STREQ(ZnCfgIntegerData(0).FormatType().Chars(), "(integer)");
+  EXPECT_STREQ(ZnCfgFloatData(1.0f).FormatValue().Chars(), "x00,x00,x80,x3f");
+  EXPECT_STREQ(ZnCfgFloatData(0).FormatType().Chars(), "(float)");
+  EXPECT_STREQ(ZnCfgBinaryData(ZnBinary()).FormatValue().Chars(), "");
+  EXPECT_STREQ(ZnCfgBinaryData(ZnBinary()).FormatType().Chars(), "(binary)");
+  EXPECT_EQ(ZnCfgTextData("").DataType(), ZnCfgData::CfgText);
+  EXPECT_EQ(ZnCfgBinaryData(ZnBinary()).DataType(), ZnCfgData::CfgBinary);
+  EXPECT_EQ(ZnCfgIntegerData(0).DataType(), ZnCfgData::CfgInteger);
+  EXPECT_EQ(ZnCfgFloatData(0).DataType(), ZnCfgData::CfgFloat);
+}
+
+TEST(ZnCfgTreeTest, EntriesAreNameAndMachineJoinedWithoutCase) {
+  ZnCfgEntry const ab_c("ab", "c", nullptr), a_bc("A", "BC", nullptr), a_bd("a", "bd", nullptr);
+  EXPECT_EQ(ab_c.CompareTo(a_bc), 0);
+  EXPECT_LT(ab_c.CompareTo(a_bd), 0);
+  EXPECT_GT(a_bd.CompareTo(a_bc), 0);
+  EXPECT_LT(ZnCfgEntry("a", "", nullptr).CompareTo(a_bc), 0);
+  EXPECT_EQ(ZnCfgSection("Display", nullptr).CompareTo(ZnCfgSection("DISPLAY", nullptr)), 0);
+  EXPECT_LT(ZnCfgSection("Audio", nullptr).CompareTo(ZnCfgSection("display", nullptr)), 0);
+}
+
+TEST(ZnCfgTreeTest, ListsAdoptWhatTheyTakeAndFindByKey) {
+  ZnCfgSectionList sections;
+  auto *entries = new ZnCfgEntryList;
+  auto *port = new ZnCfgEntry("Port", "all", new ZnCfgIntegerData(80));
+  EXPECT_TRUE(entries->Add(port));
+  auto *again = new ZnCfgEntry("PORT", "ALL", new ZnCfgIntegerData(81));
+  EXPECT_FALSE(entries->Add(again));  // refused: still the caller's
+  delete again;
+  EXPECT_TRUE(entries->Replace(new ZnCfgEntry("port", "all", new ZnCfgIntegerData(82))));  // destroys Port
+  EXPECT_TRUE(entries->Replace(entries->FindEntry("port", "all")));  // by itself: kept alive
+  EXPECT_TRUE(sections.Add(new ZnCfgSection("Network", entries)));
+  auto *duplicate = new ZnCfgSection("NETWORK", nullptr);
+  EXPECT_FALSE(sections.Add(duplicate));
+  delete duplicate;
+
+  ZnCfgSection *network = sections.FindSection("network");
+  ASSERT_NE(network, nullptr);
+  EXPECT_EQ(sections.FindSection("Display"), nullptr);
+  ZnCfgEntry *found = network->Entries()->FindEntry("Port", "All");
+  ASSERT_NE(found, nullptr);
+  int value = 0;
+  EXPECT_TRUE(found->Data()->GetInteger(&value));
+  EXPECT_EQ(value, 82);
+  EXPECT_EQ(network->Entries()->FindEntry("Port", "alpha7"), nullptr);
+  found->SetData(new ZnCfgTextData("x"));
+  EXPECT_EQ(found->Data()->DataType(), ZnCfgData::CfgText);
+  EXPECT_STREQ(found->Name().Chars(), "port");
+  EXPECT_STREQ(found->Machine().Chars(), "all");
+}
+
+TEST(ZnCfgTreeTest, NothingIsTrackedWithoutAParse) {
+  ZnCfgIntegerData data(1);
+  EXPECT_FALSE(data.Release());
+  ZnCfgEntryList untracked(false);
+  EXPECT_FALSE(static_cast<ZnCfgFileParserItem &>(untracked).Release());
+}
+
+// The small file of the format's description, built in memory and written.
+TEST(ZnCfgTreeTest, WritesTheExampleFileLineByLine) {
+  ZnCfgSectionList sections;
+  auto *display = new ZnCfgEntryList;
+  unsigned char const pattern[] = {1, 2, 0xff};
+  ZnBinary bytes;
+  bytes.Store(pattern, 3);
+  display->Add(new ZnCfgEntry("Width", "all", new ZnCfgIntegerData(1024)));
+  display->Add(new ZnCfgEntry("Title", "all", new ZnCfgTextData("Main \"view\"")));
+  display->Add(new ZnCfgEntry("Scale", "all", new ZnCfgFloatData(1.0f)));
+  display->Add(new ZnCfgEntry("Pattern", "all", new ZnCfgBinaryData(bytes)));
+  auto *network = new ZnCfgEntryList;
+  network->Add(new ZnCfgEntry("Port", "alpha7", new ZnCfgIntegerData(8080)));
+  network->Add(new ZnCfgEntry("Port", "all", new ZnCfgIntegerData(80)));
+  sections.Add(new ZnCfgSection("Network", network));
+  sections.Add(new ZnCfgSection("Display", display));
+  sections.Add(new ZnCfgSection("Empty", new ZnCfgEntryList));
+  EXPECT_STREQ(sections.FormatFile().Chars(),
+               "section \"Display\"\r\n"
+               "\"Pattern\" (all) =(binary) x01,x02,xff\r\n"
+               "\"Scale\" (all) =(float) x00,x00,x80,x3f\r\n"
+               "\"Title\" (all) =(text) \"Main \\\"view\\\"\"\r\n"
+               "\"Width\" (all) =(integer) 1024\r\n"
+               "\r\n"
+               "section \"Empty\"\r\n"
+               "\r\n"
+               "section \"Network\"\r\n"
+               "\"Port\" (all) =(integer) 80\r\n"
+               "\"Port\" (alpha7) =(integer) 8080\r\n"
+               "\r\n");
+  EXPECT_STREQ(ZnCfgSectionList().FormatFile().Chars(), "");
+}
+
+}  // namespace

@@ -1,0 +1,51 @@
+#include <znutil/configuration/ZnCfgEntry.h>
+
+#include <cctype>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+// The key of an entry: its name and machine as one text. Appending stops at
+// a zero byte, so a name holding one hides the machine, as in a joined
+// ZnString.
+struct EntryKey {
+  explicit EntryKey(ZnCfgEntry const &entry)
+      : pszFirst(entry.Name().Chars()),
+        pszSecond(std::strlen(pszFirst) == static_cast<std::size_t>(entry.Name().Length()) ? entry.Machine().Chars()
+                                                                                             : "") {}
+  /// The next byte, lower-cased; 0 at the end.
+  int Next() {
+    if (*pszFirst == '\0') std::swap(pszFirst, pszSecond);
+    if (*pszFirst == '\0') return 0;
+    return std::tolower(static_cast<unsigned char>(*pszFirst++));
+  }
+
+  char const *pszFirst;
+  char const *pszSecond;
+};
+
+}  // namespace
+
+ZnCfgEntry::ZnCfgEntry(ZnString const &name, ZnString const &machine, ZnCfgData *data, bool tracked)
+    : ZnCfgFileParserItem(tracked), fsName(name), fsMachine(machine), pData(data) {
+  if (pData != nullptr) pData->Release();
+}
+
+ZnCfgEntry::~ZnCfgEntry() { delete pData; }
+
+void ZnCfgEntry::SetData(ZnCfgData *data) {
+  if (data == pData) return;
+  delete pData;
+  pData = data;
+  if (pData != nullptr) pData->Release();
+}
+
+int ZnCfgEntry::CompareTo(ZnCfgEntry const &other) const {
+  // As CaseCompare of the joined texts, without joining them.
+  EntryKey left(*this), right(other);
+  for (;;) {
+    int const l = left.Next(), r = right.Next();
+    if (l != r || l == 0) return l - r;
+  }
+}

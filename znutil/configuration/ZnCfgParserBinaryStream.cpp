@@ -1,0 +1,5 @@
+#include <znutil/configuration/ZnCfgParserBinaryStream.h>
+
+ZnCfgParserBinaryStream::ZnCfgParserBinaryStream() : ZnCfgFileParserItem(true) {}
+
+ZnCfgParserBinaryStream::~ZnCfgParserBinaryStream() = default;

@@ -1,0 +1,58 @@
+// The scanner of the configuration file form: tokens out of the text of one
+// parse, with the three start conditions normal, string and escape.
+#ifndef ZNUTIL_CONFIGURATION_INTERNAL_CFGSCANNER_H
+#define ZNUTIL_CONFIGURATION_INTERNAL_CFGSCANNER_H
+
+#include <string>
+
+#include <znutil/configuration/ZnCfgTokenInfo.h>
+#include <znutil/configuration/internal/CfgTokens.h>
+
+class ZnCfgFileParser;
+class ZnStringHeap;
+
+namespace znutil {
+namespace detail {
+
+class CfgScanner {
+ public:
+  /// Scans `size` bytes at `text`, which must be followed by one more
+  /// writable byte; starts in `condition`.
+  CfgScanner(char *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser, ZnStringHeap &heap);
+  CfgScanner(CfgScanner const &) = delete;
+  CfgScanner &operator=(CfgScanner const &) = delete;
+
+  /// The next token, kCfgEnd at the end of the input; fills `info`.
+  int Next(ZnCfgTokenInfo *info);
+  /// The start condition the scanner stands in.
+  CfgCondition Condition() const { return eCondition; }
+
+ private:
+  /// Reports the match of `length` bytes at the cursor to the parser and
+  /// moves past it.
+  void Match(std::size_t length, ZnCfgTokenInfo *info);
+  /// The length of the run of bytes at the cursor that `accept` takes.
+  template <typename Accept>
+  std::size_t Run(std::size_t from, Accept accept) const;
+  int ScanNormal(ZnCfgTokenInfo *info);
+  /// Scans in the string and escape conditions; true when a string ended.
+  bool ScanString(ZnCfgTokenInfo *info);
+  void ScanEscape(ZnCfgTokenInfo *info);
+  int ScanWord(ZnCfgTokenInfo *info);
+  int ScanNumber(std::size_t length, ZnCfgTokenInfo *info);
+  void SkipComment(ZnCfgTokenInfo *info);
+  /// The collected string as a new string of the heap.
+  ZnString *TakeString();
+
+  char *pcCursor;
+  char *pcEnd;
+  CfgCondition eCondition;
+  ZnCfgFileParser &rParser;
+  ZnStringHeap &rHeap;
+  std::string sCollected;
+};
+
+}  // namespace detail
+}  // namespace znutil
+
+#endif  // ZNUTIL_CONFIGURATION_INTERNAL_CFGSCANNER_H

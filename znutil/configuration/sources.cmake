@@ -1,0 +1,16 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnCfgBinaryData.cpp
+  ZnCfgData.cpp
+  ZnCfgEntry.cpp
+  ZnCfgEntryList.cpp
+  ZnCfgFileParser.cpp
+  ZnCfgFileParserItem.cpp
+  ZnCfgFloatData.cpp
+  ZnCfgIntegerData.cpp
+  ZnCfgParserBinaryStream.cpp
+  ZnCfgSection.cpp
+  ZnCfgSectionList.cpp
+  ZnCfgTextData.cpp
+  internal/CfgGrammar.cpp
+  internal/CfgScanner.cpp
+  internal/ParserItemList.cpp)
