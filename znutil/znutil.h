@@ -115,6 +115,7 @@
 #include <znutil/configuration/ZnCfgData.h>
 #include <znutil/configuration/ZnCfgEntry.h>
 #include <znutil/configuration/ZnCfgEntryList.h>
+#include <znutil/configuration/ZnCfgFile.h>
 #include <znutil/configuration/ZnCfgFileParser.h>
 #include <znutil/configuration/ZnCfgFileParserItem.h>
 #include <znutil/configuration/ZnCfgFloatData.h>
@@ -124,6 +125,7 @@
 #include <znutil/configuration/ZnCfgSectionList.h>
 #include <znutil/configuration/ZnCfgTextData.h>
 #include <znutil/configuration/ZnCfgTokenInfo.h>
+#include <znutil/configuration/ZnConfiguration.h>
 
 #include <znutil/undo/ZnAction.h>
 #include <znutil/undo/ZnActionManager.h>

@@ -3,14 +3,17 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnCfgData.cpp
   ZnCfgEntry.cpp
   ZnCfgEntryList.cpp
+  ZnCfgFile.cpp
   ZnCfgFileParser.cpp
   ZnCfgFileParserItem.cpp
   ZnCfgFloatData.cpp
   ZnCfgIntegerData.cpp
+  ZnCfgManager.cpp
   ZnCfgParserBinaryStream.cpp
   ZnCfgSection.cpp
   ZnCfgSectionList.cpp
   ZnCfgTextData.cpp
+  ZnConfiguration.cpp
   internal/CfgGrammar.cpp
   internal/CfgScanner.cpp
   internal/ParserItemList.cpp)
