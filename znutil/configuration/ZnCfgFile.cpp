@@ -19,10 +19,23 @@ namespace {
 constexpr int kWriteTries = 5;
 constexpr int kBackupGenerations = 5;
 
-ZnString const &AllMachines() {
-  static ZnString const all("all");
-  return all;
+// String counts are plain, so no text is shared between threads: each
+// call makes its own "all", and the file name is copied deeply where used.
+ZnString AllMachines() { return ZnString("all"); }
+
+// A string with a ref of its own, for text that goes into the tree or
+// comes out of it: the tree's strings are counted under the file's lock
+// only, the caller's on the caller's thread.
+ZnString OwnCopy(ZnString const &text) {
+  ZnString own;
+  own << text;
+  return own;
 }
+
+void Unshare(ZnString *text) { *text = OwnCopy(*text); }
+// Numbers and ZnBinary are copied deeply already.
+template <typename Value>
+void Unshare(Value *) {}
 
 // Holds a file's lock for a scope.
 class FileLock {
@@ -39,7 +52,7 @@ class FileLock {
 }  // namespace
 
 ZnCfgFile::ZnCfgFile(ZnString const &fileName)
-    : fsFileName(fileName), ftFileTime(1), ftModifiedTime(1), plSections(nullptr) {}
+    : fsFileName(fileName.Chars()), ftFileTime(1), ftModifiedTime(1), plSections(nullptr) {}
 
 ZnCfgFile::~ZnCfgFile() { delete plSections; }
 
@@ -70,13 +83,13 @@ unsigned long ZnCfgFile::CreateSectionAndEntry(ZnString const &section, ZnString
   unsigned long status = LookupSectionAndEntry(section, entry, machine, foundSection, foundEntries, foundEntry);
   bool const newSection = status == CfgNoSection;
   if (newSection) {
-    *foundSection = new ZnCfgSection(section, new ZnCfgEntryList(false), false);
+    *foundSection = new ZnCfgSection(OwnCopy(section), new ZnCfgEntryList(false), false);
     plSections->Add(*foundSection);
     *foundEntries = (*foundSection)->Entries();
     status = CfgNoEntry;
   }
   if (status == CfgNoEntry) {
-    *foundEntry = new ZnCfgEntry(entry, AllMachines(), nullptr, false);
+    *foundEntry = new ZnCfgEntry(OwnCopy(entry), AllMachines(), nullptr, false);
     (*foundEntries)->Add(*foundEntry);
     if (newSection) SetModified();
   }
@@ -98,7 +111,9 @@ unsigned long ZnCfgFile::GetEntry(ZnString const &section, ZnString const &entry
   if (status != CfgOk) return status;
   ZnCfgData *data = foundEntry->Data();
   if (data == nullptr) return notConverted;
-  return (data->*get)(result) || (data->*convert)(result) ? CfgOk : notConverted;
+  if (!(data->*get)(result) && !(data->*convert)(result)) return notConverted;
+  Unshare(result);
+  return CfgOk;
 }
 
 unsigned long ZnCfgFile::GetTextEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
@@ -137,7 +152,7 @@ unsigned long ZnCfgFile::SetEntry(ZnString const &section, ZnString const &entry
 
 unsigned long ZnCfgFile::SetTextEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
                                       ZnString const &value) {
-  return SetEntry(section, entry, machine, new ZnCfgTextData(value));
+  return SetEntry(section, entry, machine, new ZnCfgTextData(OwnCopy(value)));
 }
 
 unsigned long ZnCfgFile::SetIntegerEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
@@ -165,18 +180,18 @@ void ZnCfgFile::Clear() {
 // The file's facts are read before the lock; the time stamps, which
 // setters on other threads change, are compared under it.
 bool ZnCfgFile::Refresh() {
-  ZnFileInformation const information(fsFileName);
+  ZnFileInformation const information(Path());
   if (!information.Valid()) return false;
   FileLock const lock(csFileLock);
   if (!(information.ModifiedTime() > ftFileTime)) return false;
   delete plSections;
-  plSections = ZnCfgFileParser(fsFileName).Parse();
+  plSections = ZnCfgFileParser(Path()).Parse();
   ftFileTime = information.ModifiedTime();
   return true;
 }
 
 bool ZnCfgFile::Flush() {
-  ZnFileInformation information(fsFileName);
+  ZnFileInformation information(Path());
   FileLock const lock(csFileLock);
   if (information.Valid() && !(ftModifiedTime > information.ModifiedTime())) return false;
   ftFileTime = WriteText(plSections != nullptr ? plSections->FormatFile() : ZnString(), &information);
@@ -197,8 +212,8 @@ ZnFileTime ZnCfgFile::WriteText(ZnString const &text, ZnFileInformation *informa
 }
 
 bool ZnCfgFile::Backup() {
-  auto const generation = [this](int number) { return fsFileName + ZnString(".") + ZnString(number); };
+  auto const generation = [this](int number) { return Path() + ZnString(".") + ZnString(number); };
   for (int number = kBackupGenerations - 1; number >= 1; --number) ZnCopyFile(generation(number), generation(number + 1));
-  ZnCopyFile(fsFileName, generation(1));
+  ZnCopyFile(Path(), generation(1));
   return true;
 }

@@ -92,11 +92,14 @@ class ZNUTIL_API ZnCfgFile {
   /// file.
   void Clear();
 
-  /// The path of the file.
-  ZnString const &FileName() const { return fsFileName; }
+  /// The path of the file, in a string of its own.
+  ZnString FileName() const { return Path(); }
 
  private:
   void SetModified();
+  /// A copy of the path that shares nothing with fsFileName, which other
+  /// threads may be copying at the same time.
+  ZnString Path() const { return ZnString(fsFileName.Chars()); }
   unsigned long LookupSectionAndEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
                                       ZnCfgSection **foundSection, ZnCfgEntryList **foundEntries,
                                       ZnCfgEntry **foundEntry);

@@ -14,7 +14,9 @@ unsigned long Forward(int index, ZnString const &section, ZnString const &entry,
   ZnCfgManagerUse const use;
   ZnCfgFile *file = use.Manager() != nullptr ? use.Manager()->File(index) : nullptr;
   if (file == nullptr) return ZnCfgFile::CfgNoData;
-  return (file->*operation)(section, entry, use.Manager()->MachineName(), value);
+  // A text of this call's own: string counts are not shared across threads.
+  ZnString const machine(use.Manager()->MachineName().Chars());
+  return (file->*operation)(section, entry, machine, value);
 }
 
 void CountUser(int change) {
