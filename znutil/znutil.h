@@ -127,6 +127,9 @@
 #include <znutil/configuration/ZnCfgTokenInfo.h>
 #include <znutil/configuration/ZnConfiguration.h>
 
+#include <znutil/logging/ZnLogger.h>
+#include <znutil/logging/ZnLoggerFrame.h>
+
 #include <znutil/undo/ZnAction.h>
 #include <znutil/undo/ZnActionManager.h>
 

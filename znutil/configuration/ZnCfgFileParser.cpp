@@ -12,6 +12,7 @@
 #include <znutil/configuration/internal/CfgTextPool.h>
 #include <znutil/configuration/internal/ParserItemList.h>
 #include <znutil/containers/ZnTDblList.h>
+#include <znutil/logging/ZnLogger.h>
 #include <znutil/platform/File.h>
 #include <znutil/text/ZnStringHeap.h>
 
@@ -38,9 +39,7 @@ constexpr int kError = 2;
 // file that ends inside a string makes the next parse start inside one.
 std::atomic<int> aiCarriedCondition{znutil::detail::kCfgNormal};
 
-bool LoggerIsUp() { return false; }
-
-void Log(int, ZnString const &, ZnString const &, ZnString const &) {}
+bool LoggerIsUp() { return ZnLogger::IsInitialized(); }
 
 // The whole file, read through the parser in text mode: a carriage return
 // right before a line feed is dropped. One zero byte follows the text.
@@ -82,7 +81,7 @@ struct ZnCfgFileParser::ErrorQueue {
     ZnListContext position;
     for (QueuedErrorMessage *message = listErrorMessages.First(position); message != nullptr;
          message = listErrorMessages.Next(position)) {
-      if (LoggerIsUp()) Log(message->iLevel, message->fsSource, message->fsCategory, message->fsText);
+      if (LoggerIsUp()) ZnLogger::Log(message->iLevel, message->fsSource, message->fsCategory, message->fsText);
     }
     while (listErrorMessages.First(position) != nullptr) listErrorMessages.DeleteFirst();
   }
@@ -179,7 +178,7 @@ void ZnCfgFileParser::EmitErrorMessage(int level, ZnString const &source, ZnStri
   queue.listLock.Lock(-1);
   if (LoggerIsUp()) {
     queue.Deliver();
-    Log(level, source, category, text);
+    ZnLogger::Log(level, source, category, text);
   } else {
     queue.listErrorMessages.Append(new QueuedErrorMessage{level, source, category, text});
   }

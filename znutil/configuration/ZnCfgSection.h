@@ -8,11 +8,10 @@
 #ifndef ZNUTIL_CONFIGURATION_ZNCFGSECTION_H
 #define ZNUTIL_CONFIGURATION_ZNCFGSECTION_H
 
+#include <znutil/configuration/ZnCfgEntryList.h>
 #include <znutil/configuration/ZnCfgFileParserItem.h>
 #include <znutil/platform/Export.h>
 #include <znutil/text/ZnString.h>
-
-class ZnCfgEntryList;
 
 class ZNUTIL_API ZnCfgSection : public ZnCfgFileParserItem {
  public:

@@ -50,6 +50,10 @@ bool SetCurrentDirectoryA(char const *path);
 /// its parents if missing. Empty variables count as unset.
 std::string SystemDirectory();
 
+/// The folder for temporary files, in the library's form: $TEMP, else
+/// $TMPDIR, else /tmp. Empty variables count as unset.
+std::string TemporaryDirectory();
+
 }  // namespace platform
 }  // namespace znutil
 

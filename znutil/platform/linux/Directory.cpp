@@ -132,5 +132,12 @@ std::string SystemDirectory() {
   return FromSystemPath(folder);
 }
 
+std::string TemporaryDirectory() {
+  std::string folder = Variable("TEMP");
+  if (folder.empty()) folder = Variable("TMPDIR");
+  if (folder.empty()) folder = "/tmp";
+  return FromSystemPath(folder);
+}
+
 }  // namespace platform
 }  // namespace znutil

@@ -1,0 +1,75 @@
+// ZnLogger: the path of a message, the record text, types and flags.
+#include <znutil/logging/ZnLogger.h>
+
+#include <string>
+
+#include <znutil/system/ZnSystemTime.h>
+
+#include "LoggerFixture.h"
+
+namespace znutil_test {
+namespace {
+
+std::string StampNow() {
+  ZnSystemTime now(0);
+  now.GetLocalTime();
+  ZnString text;
+  text.FormatTime("%#m/%#d/%y %#I:%M:%S %p", now);
+  return text.Chars();
+}
+
+TEST_F(LoggerTest, RecordTextIsExact) {
+  ZnString const first("first line"), second("second line");
+  std::string const before = StampNow();
+  ZnLogger::Log(ZnLogger::kWarning, ZnString("Parser"), ZnString("Syntax"), &first, &second, nullptr);
+  std::string const after = StampNow();
+  ZnLogger::Shutdown();
+  std::string const rest = "  Warning  Parser  Syntax\n\tfirst line\n\tsecond line\n\n";
+  std::string const text = LogText();
+  EXPECT_TRUE(text == before + rest || text == after + rest) << text;
+}
+
+TEST_F(LoggerTest, EachFormGivesItsLines) {
+  ZnStringList lines;
+  lines.Add(ZnString("a"));
+  lines.Add(ZnString("b"));
+  ZnLogger::Log(ZnLogger::kError, ZnString("S"), ZnString("C"), lines);
+  ZnLogger::Log(7, ZnString("S"), ZnString("C"), ZnString("one"));
+  ZnLogger::Log(ZnLogger::kInformation | ZnLogger::kLoud, ZnString("S"), ZnString("C"), nullptr);
+  ZnLogger::Shutdown();
+  std::string const text = LogText();
+  EXPECT_EQ(1, Count(text, "  Error  S  C\n\ta\n\tb\n\n"));
+  EXPECT_EQ(1, Count(text, "  Unknown  S  C\n\tone\n\n"));
+  EXPECT_EQ(1, Count(text, "  Information  S  C\n\n"));
+}
+
+TEST(LoggerTypesTest, TypeWords) {
+  struct Case {
+    int type;
+    char const *word;
+  } const cases[] = {{0, "Information"}, {1, "Warning"}, {2, "Error"}, {3, "Unknown"}, {-1, "Unknown"}, {0x10001, "Unknown"}};
+  for (Case const &c : cases) EXPECT_STREQ(c.word, ZnLogger::TypeToString(c.type).Chars()) << c.type;
+}
+
+TEST(LoggerTypesTest, FlagsKeepHighBitsOnly) {
+  ZnLogger::SetFlags(0xFFFF);
+  EXPECT_EQ(0, ZnLogger::GetFlags());
+  ZnLogger::SetFlags(ZnLogger::kLoud | 0x1234);
+  EXPECT_EQ(ZnLogger::kLoud, ZnLogger::GetFlags());
+  ZnLogger::ClearFlags(ZnLogger::kLoud | ZnLogger::kQuiet | 0xFF);
+  EXPECT_EQ(0, ZnLogger::GetFlags());
+}
+
+TEST_F(LoggerTest, StartStopStartInOneProcess) {
+  for (int run = 0; run < 3; ++run) {
+    ZnLogger::Log(ZnLogger::kWarning, ZnString("Run"), ZnString("Cycle"), ZnString(std::to_string(run).c_str()));
+    EXPECT_TRUE(ZnLogger::IsInitialized());
+    ASSERT_TRUE(WaitForInFile("\t" + std::to_string(run) + "\n"));
+    ZnLogger::Shutdown();
+    EXPECT_EQ(nullptr, ZnLogger::LoggerWindow());
+  }
+  EXPECT_EQ(3, Count(LogText(), "  Warning  Run  Cycle\n"));
+}
+
+}  // namespace
+}  // namespace znutil_test

@@ -1,0 +1,9 @@
+set(ZNUTIL_SUBSYSTEM_SOURCES
+  ZnLogger.cpp
+  ZnLoggerControl.cpp
+  ZnLoggerFrame.cpp
+  ZnLoggerStatics.cpp
+  ZnLoggerWork.cpp
+  ZnLogMessage.cpp
+  internal/LoggerSettings.cpp
+  internal/ZnLoggerFrameUI.cpp)
