@@ -27,7 +27,8 @@ constexpr char kSample[] =
     "\"Width\" = (integer) 1024\n"
     "section \"Network\"\n"
     "\"Port\" = (integer) 80\n"
-    "\"Port\" (alpha7) = (integer) 8080\n";
+    "\"Port\" (alpha7) = (integer) 8080\n"
+    "\"ab\" (c) = (integer) 3\n";
 
 // A file object loaded from `text` written at `path`.
 class LoadedFile {
@@ -105,6 +106,10 @@ TEST(ZnCfgFileTest, MachineFallBackAndItsEffectOnSet) {
   EXPECT_EQ(8080, port);
   EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "beta", &port));
   EXPECT_EQ(80, port);
+  // An entry is its name and machine joined: ab on c is a on bc.
+  EXPECT_EQ(0u, file->GetIntegerEntry("NETWORK", "A", "Bc", &port));
+  EXPECT_EQ(3, port);
+  EXPECT_EQ(2u, file->GetIntegerEntry("Network", "a", "b", &port));
   // A machine with no entry of its own changes the one for all machines.
   EXPECT_EQ(0u, file->SetIntegerEntry("Network", "Port", "beta", 81));
   EXPECT_EQ(0u, file->SetIntegerEntry("Network", "Port", "alpha7", 8081));
@@ -119,6 +124,7 @@ TEST(ZnCfgFileTest, MachineFallBackAndItsEffectOnSet) {
       "\"Width\" (all) =(integer) 1024\r\n"
       "\r\n"
       "section \"Network\"\r\n"
+      "\"ab\" (c) =(integer) 3\r\n"
       "\"Host\" (all) =(text) \"server\"\r\n"
       "\"Port\" (all) =(integer) 81\r\n"
       "\"Port\" (alpha7) =(integer) 8081\r\n"
@@ -130,7 +136,7 @@ TEST(ZnCfgFileTest, SetWithoutTreeMakesTreeAndCanChangeType) {
   ScratchDirectory scratch;
   ZnCfgFile file(LibraryPath(scratch / "app.cfg"));
   EXPECT_EQ(0u, file.SetFloatEntry("View", "Zoom", "alpha7", 1.0f));
-  EXPECT_EQ(0u, file.SetBinaryEntry("View", "Zoom", "alpha7", ZnBinary(1.5f)));
+  EXPECT_EQ(0u, file.SetBinaryEntry("VIEW", "zoom", "alpha7", ZnBinary(1.5f)));
   int value = 0;
   EXPECT_EQ(6u, file.GetIntegerEntry("View", "Zoom", "beta", &value));
   EXPECT_TRUE(file.Flush());

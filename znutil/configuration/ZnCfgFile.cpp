@@ -9,10 +9,13 @@
 #include <znutil/configuration/ZnCfgSection.h>
 #include <znutil/configuration/ZnCfgSectionList.h>
 #include <znutil/configuration/ZnCfgTextData.h>
+#include <znutil/configuration/internal/CfgEntryIndex.h>
 #include <znutil/platform/Clock.h>
 #include <znutil/platform/File.h>
 #include <znutil/system/ZnFileInformation.h>
 #include <znutil/system/ZnPathFunctions.h>
+
+using znutil::detail::CfgKey;
 
 namespace {
 
@@ -21,7 +24,8 @@ constexpr int kBackupGenerations = 5;
 
 // String counts are plain, so no text is shared between threads: each
 // call makes its own "all", and the file name is copied deeply where used.
-ZnString AllMachines() { return ZnString("all"); }
+constexpr char kAllMachines[] = "all";
+ZnString AllMachines() { return ZnString(kAllMachines); }
 
 // A string with a ref of its own, for text that goes into the tree or
 // comes out of it: the tree's strings are counted under the file's lock
@@ -52,9 +56,16 @@ class FileLock {
 }  // namespace
 
 ZnCfgFile::ZnCfgFile(ZnString const &fileName)
-    : fsFileName(fileName.Chars()), ftFileTime(1), ftModifiedTime(1), plSections(nullptr) {}
+    : fsFileName(fileName.Chars()),
+      ftFileTime(1),
+      ftModifiedTime(1),
+      plSections(nullptr),
+      pIndex(new znutil::detail::CfgEntryIndex) {}
 
-ZnCfgFile::~ZnCfgFile() { delete plSections; }
+ZnCfgFile::~ZnCfgFile() {
+  delete plSections;
+  delete pIndex;
+}
 
 void ZnCfgFile::SetModified() { ftModifiedTime = znutil::platform::SystemTimeAsFileTime(); }
 
@@ -66,6 +77,46 @@ unsigned long ZnCfgFile::LookupSectionAndEntry(ZnString const &section, ZnString
   *foundEntries = nullptr;
   *foundEntry = nullptr;
   if (plSections == nullptr) return CfgNoData;
+  if (!pIndex->Reliable()) return LookupInTree(section, entry, machine, foundSection, foundEntries, foundEntry);
+  CfgKey const sectionKey = CfgKey::OfSection(section);
+  *foundSection = pIndex->FindSection(sectionKey);
+  if (*foundSection == nullptr) return CfgNoSection;
+  *foundEntries = (*foundSection)->Entries();
+  ZnCfgData *data;
+  *foundEntry = FindIndexedEntry(sectionKey, entry, machine, &data);
+  return *foundEntry != nullptr ? CfgOk : CfgNoEntry;
+}
+
+// The entry of `machine`, else the one for all machines, by the index.
+ZnCfgEntry *ZnCfgFile::FindIndexedEntry(CfgKey const &sectionKey, ZnString const &entry, ZnString const &machine,
+                                        ZnCfgData **data) const {
+  ZnCfgEntry *found = pIndex->FindEntry(CfgKey::OfEntry(sectionKey, entry, machine.Chars()), data);
+  return found != nullptr ? found : pIndex->FindEntry(CfgKey::OfEntry(sectionKey, entry, kAllMachines), data);
+}
+
+// The lookup of a read: as LookupSectionAndEntry, giving the value only,
+// which the index holds, so that the entry is not touched.
+unsigned long ZnCfgFile::LookupData(ZnString const &section, ZnString const &entry, ZnString const &machine,
+                                    ZnCfgData **data) {
+  *data = nullptr;
+  if (plSections != nullptr && pIndex->Reliable()) {
+    CfgKey const sectionKey = CfgKey::OfSection(section);
+    if (FindIndexedEntry(sectionKey, entry, machine, data) != nullptr) return CfgOk;
+    return pIndex->FindSection(sectionKey) != nullptr ? CfgNoEntry : CfgNoSection;
+  }
+  ZnCfgSection *foundSection;
+  ZnCfgEntryList *foundEntries;
+  ZnCfgEntry *foundEntry;
+  unsigned long const status =
+      LookupSectionAndEntry(section, entry, machine, &foundSection, &foundEntries, &foundEntry);
+  if (foundEntry != nullptr) *data = foundEntry->Data();
+  return status;
+}
+
+// The lookup down the trees, when the index cannot be trusted.
+unsigned long ZnCfgFile::LookupInTree(ZnString const &section, ZnString const &entry, ZnString const &machine,
+                                      ZnCfgSection **foundSection, ZnCfgEntryList **foundEntries,
+                                      ZnCfgEntry **foundEntry) {
   *foundSection = plSections->FindSection(section);
   if (*foundSection == nullptr) return CfgNoSection;
   *foundEntries = (*foundSection)->Entries();
@@ -85,12 +136,14 @@ unsigned long ZnCfgFile::CreateSectionAndEntry(ZnString const &section, ZnString
   if (newSection) {
     *foundSection = new ZnCfgSection(OwnCopy(section), new ZnCfgEntryList(false), false);
     plSections->Add(*foundSection);
+    pIndex->AddSection(*foundSection);
     *foundEntries = (*foundSection)->Entries();
     status = CfgNoEntry;
   }
   if (status == CfgNoEntry) {
     *foundEntry = new ZnCfgEntry(OwnCopy(entry), AllMachines(), nullptr, false);
     (*foundEntries)->Add(*foundEntry);
+    pIndex->AddEntry(CfgKey::OfSection((*foundSection)->Name()), *foundEntry);
     if (newSection) SetModified();
   }
   return CfgOk;
@@ -103,13 +156,9 @@ unsigned long ZnCfgFile::GetEntry(ZnString const &section, ZnString const &entry
   // A null result leaves the lock too, so that no thread stalls behind it.
   if (result == nullptr) return CfgNullResult;
   FileLock const lock(csFileLock);
-  ZnCfgSection *foundSection;
-  ZnCfgEntryList *foundEntries;
-  ZnCfgEntry *foundEntry;
-  unsigned long const status =
-      LookupSectionAndEntry(section, entry, machine, &foundSection, &foundEntries, &foundEntry);
+  ZnCfgData *data;
+  unsigned long const status = LookupData(section, entry, machine, &data);
   if (status != CfgOk) return status;
-  ZnCfgData *data = foundEntry->Data();
   if (data == nullptr) return notConverted;
   if (!(data->*get)(result) && !(data->*convert)(result)) return notConverted;
   Unshare(result);
@@ -146,6 +195,9 @@ unsigned long ZnCfgFile::SetEntry(ZnString const &section, ZnString const &entry
   ZnCfgEntry *foundEntry;
   CreateSectionAndEntry(section, entry, machine, &foundSection, &foundEntries, &foundEntry);
   foundEntry->SetData(data);
+  pIndex->SetData(CfgKey::OfEntry(CfgKey::OfSection(foundSection->Name()), foundEntry->Name(),
+                                  foundEntry->Machine().Chars()),
+                  data);
   SetModified();
   return CfgOk;
 }
@@ -174,6 +226,7 @@ void ZnCfgFile::Clear() {
   FileLock const lock(csFileLock);
   delete plSections;
   plSections = nullptr;
+  pIndex->Rebuild(nullptr);
   SetModified();
 }
 
@@ -186,6 +239,7 @@ bool ZnCfgFile::Refresh() {
   if (!(information.ModifiedTime() > ftFileTime)) return false;
   delete plSections;
   plSections = ZnCfgFileParser(Path()).Parse();
+  pIndex->Rebuild(plSections);
   ftFileTime = information.ModifiedTime();
   return true;
 }

@@ -34,6 +34,13 @@ class ZnCfgSection;
 class ZnCfgSectionList;
 class ZnFileInformation;
 
+namespace znutil {
+namespace detail {
+class CfgEntryIndex;
+struct CfgKey;
+}  // namespace detail
+}  // namespace znutil
+
 class ZNUTIL_API ZnCfgFile {
  public:
   /// Status codes of every Get and Set.
@@ -103,6 +110,12 @@ class ZNUTIL_API ZnCfgFile {
   unsigned long LookupSectionAndEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
                                       ZnCfgSection **foundSection, ZnCfgEntryList **foundEntries,
                                       ZnCfgEntry **foundEntry);
+  ZnCfgEntry *FindIndexedEntry(znutil::detail::CfgKey const &sectionKey, ZnString const &entry,
+                               ZnString const &machine, ZnCfgData **data) const;
+  unsigned long LookupData(ZnString const &section, ZnString const &entry, ZnString const &machine,
+                           ZnCfgData **data);
+  unsigned long LookupInTree(ZnString const &section, ZnString const &entry, ZnString const &machine,
+                             ZnCfgSection **foundSection, ZnCfgEntryList **foundEntries, ZnCfgEntry **foundEntry);
   unsigned long CreateSectionAndEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
                                       ZnCfgSection **foundSection, ZnCfgEntryList **foundEntries,
                                       ZnCfgEntry **foundEntry);
@@ -117,6 +130,8 @@ class ZNUTIL_API ZnCfgFile {
   ZnFileTime ftFileTime;
   ZnFileTime ftModifiedTime;
   ZnCfgSectionList *plSections;
+  /// The tree indexed by hash, for lookups; kept in step with plSections.
+  znutil::detail::CfgEntryIndex *pIndex;
   ZnCriticalSection csFileLock;
 };
 

@@ -14,6 +14,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnCfgSectionList.cpp
   ZnCfgTextData.cpp
   ZnConfiguration.cpp
+  internal/CfgEntryIndex.cpp
   internal/CfgGrammar.cpp
   internal/CfgScanner.cpp
   internal/ParserItemList.cpp)
