@@ -1,6 +1,8 @@
 # Installs the Debian packages the build needs, when one is missing.
 # Sourced by the other scripts.
 znutil_packages="cmake ninja-build g++ clang libgtest-dev libgmock-dev libbenchmark-dev"
+# Peers that only the benchmarks measure against; the library needs none.
+znutil_packages="$znutil_packages pkg-config libglib2.0-dev libinih-dev"
 
 znutil_install_deps() {
   local missing=""

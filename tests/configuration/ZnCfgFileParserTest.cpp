@@ -111,6 +111,9 @@ TEST_F(ZnCfgFileParserTest, ReadsEscapesInStrings) {
       {"\"k\" = \"\\n\\r\\b\\t\\\\\\'\\\"\"", "\"k\" (all) =(text) \"\\n\\r\\b\\t\\\\\\'\\\"\"\r\n\r\n"},
       {"\"k\" = \"\t\xe9\r\"", "\"k\" (all) =(text) \"\\t\\x0e9\\r\"\r\n\r\n"},
       {"\"\\x00\" = \"\"", "\"\" (all) =(text) \"\"\r\n\r\n"},
+      // Zero bytes stay in place however long the string grows after them.
+      {"\"k\" = \"\\0yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy\"",
+       "\"k\" (all) =(text) \"\\x000yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy\"\r\n\r\n"},
   };
   for (EntryCase const &c : cases) EXPECT_EQ(Entries(c.input), c.written) << c.input;
 }

@@ -14,11 +14,10 @@ struct EntryKey {
       : pszFirst(entry.Name().Chars()),
         pszSecond(std::strlen(pszFirst) == static_cast<std::size_t>(entry.Name().Length()) ? entry.Machine().Chars()
                                                                                              : "") {}
-  /// The next byte, lower-cased; 0 at the end.
-  int Next() {
+  /// The next byte; 0 at the end.
+  unsigned char Next() {
     if (*pszFirst == '\0') std::swap(pszFirst, pszSecond);
-    if (*pszFirst == '\0') return 0;
-    return std::tolower(static_cast<unsigned char>(*pszFirst++));
+    return static_cast<unsigned char>(*pszFirst == '\0' ? '\0' : *pszFirst++);
   }
 
   char const *pszFirst;
@@ -45,7 +44,12 @@ int ZnCfgEntry::CompareTo(ZnCfgEntry const &other) const {
   // As CaseCompare of the joined texts, without joining them.
   EntryKey left(*this), right(other);
   for (;;) {
-    int const l = left.Next(), r = right.Next();
-    if (l != r || l == 0) return l - r;
+    unsigned char const l = left.Next(), r = right.Next();
+    if (l == r) {
+      if (l == 0) return 0;
+      continue;
+    }
+    int const lower = std::tolower(l) - std::tolower(r);
+    if (lower != 0) return lower;
   }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <climits>
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
@@ -14,7 +15,6 @@
 #include <znutil/containers/ZnTDblList.h>
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/platform/File.h>
-#include <znutil/text/ZnStringHeap.h>
 
 using znutil::detail::CfgCondition;
 using znutil::detail::CfgGrammar;
@@ -43,10 +43,11 @@ bool LoggerIsUp() { return ZnLogger::IsInitialized(); }
 
 // The whole file, read through the parser in text mode: a carriage return
 // right before a line feed is dropped. One zero byte follows the text.
-std::vector<char> ReadText(ZnCfgFileParser &parser) {
-  std::vector<char> text(1 << 16);
+std::vector<char> ReadText(ZnCfgFileParser &parser, std::size_t expected) {
+  std::vector<char> text(expected + 1);
   std::size_t used = 0;
   for (;;) {
+    // One byte more than expected tells the end; a file that grew goes on.
     if (used == text.size()) text.resize(text.size() * 2);
     int const room = static_cast<int>(std::min<std::size_t>(text.size() - used, INT_MAX));
     int const got = parser.YYInput(text.data() + used, room);
@@ -102,7 +103,9 @@ ZnCfgSectionList *ZnCfgFileParser::Parse() {
   }
   // The pool is sized from what was read, so a file that grows meanwhile
   // cannot overflow it.
-  std::vector<char> text = ReadText(*this);
+  std::uint64_t size = 0;
+  znutil::platform::GetFileSize(pInputFile, &size);
+  std::vector<char> text = ReadText(*this, static_cast<std::size_t>(std::min<std::uint64_t>(size, 1u << 30)));
   znutil::platform::CloseHandle(pInputFile);
   pInputFile = nullptr;
   CfgTextPool pool(text.size() - 1);
@@ -110,10 +113,8 @@ ZnCfgSectionList *ZnCfgFileParser::Parse() {
   {
     ParserItemList items;
     ParserItemScope scope(items);
-    ZnStringHeap heap;
     iLine = 1;
-    CfgScanner scanner(text.data(), text.size() - 1, static_cast<CfgCondition>(aiCarriedCondition.load()), *this,
-                       heap);
+    CfgScanner scanner(text.data(), text.size() - 1, static_cast<CfgCondition>(aiCarriedCondition.load()), *this);
     CfgGrammar grammar(scanner, *this);
     grammar.Run();
     aiCarriedCondition.store(scanner.Condition());
@@ -137,9 +138,10 @@ void ZnCfgFileParser::LexGotNewLine() {
   if (iLine < INT_MAX) ++iLine;
 }
 
-void ZnCfgFileParser::LexMatchedText(char const *text, int, ZnCfgTokenInfo *info) {
+void ZnCfgFileParser::LexMatchedText(char const *text, int length, ZnCfgTokenInfo *info) {
+  // The copy reads as the same C string as one made up to the terminator.
   info->iLine = iLine;
-  info->pszText = pTextPool != nullptr ? pTextPool->Copy(text) : "";
+  info->pszText = pTextPool != nullptr ? pTextPool->Copy(text, static_cast<std::size_t>(length)) : "";
 }
 
 void ZnCfgFileParser::LexJammed(char const *token) {

@@ -1,7 +1,7 @@
 // ZnCfgTokenInfo: what the configuration scanner knows of one token.
 //
 // The value is the token's number (NUMBER, HEXBYTE) or its text (WORD,
-// STRING, a ZnString of the parse's string heap); the line is the input
+// STRING, a ZnString held by the scanner); the line is the input
 // line at which the token was matched; the text is the copy of the matched
 // characters in the parse's text pool.
 #ifndef ZNUTIL_CONFIGURATION_ZNCFGTOKENINFO_H

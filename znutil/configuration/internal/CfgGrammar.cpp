@@ -51,8 +51,9 @@ bool CfgGrammar::Expect(int token, ZnCfgTokenInfo *info) {
 }
 
 ZnCfgSection *CfgGrammar::Section() {
-  ZnCfgTokenInfo name;
-  if (!Expect(kCfgSection) || !Expect(kCfgString, &name)) return nullptr;
+  ZnCfgTokenInfo nameToken;
+  if (!Expect(kCfgSection) || !Expect(kCfgString, &nameToken)) return nullptr;
+  ZnString const name = *nameToken.pfsValue;
   auto *entries = new ZnCfgEntryList;
   while (Peek() == kCfgString) {
     ZnCfgEntry *entry = Entry();
@@ -62,19 +63,21 @@ ZnCfgSection *CfgGrammar::Section() {
       delete entry;
     }
   }
-  return new ZnCfgSection(*name.pfsValue, entries);
+  return new ZnCfgSection(name, entries);
 }
 
 ZnCfgEntry *CfgGrammar::Entry() {
-  ZnCfgTokenInfo name, value;
+  ZnCfgTokenInfo nameToken, value;
+  if (!Expect(kCfgString, &nameToken)) return nullptr;
+  ZnString const name = *nameToken.pfsValue;
   ZnString machine;
-  if (!Expect(kCfgString, &name) || !Machine(&machine) || !Expect(kCfgEquals)) return nullptr;
+  if (!Machine(&machine) || !Expect(kCfgEquals)) return nullptr;
   if (Peek() == kCfgString) {
     Expect(kCfgString, &value);
-    return new ZnCfgEntry(*name.pfsValue, machine, new ZnCfgTextData(*value.pfsValue));
+    return new ZnCfgEntry(name, machine, new ZnCfgTextData(*value.pfsValue));
   }
   if (!Expect(kCfgLParen)) return nullptr;
-  return TypedEntry(*name.pfsValue, machine, name.iLine);
+  return TypedEntry(name, machine, nameToken.iLine);
 }
 
 bool CfgGrammar::Machine(ZnString *machine) {

@@ -1,10 +1,10 @@
 #include <znutil/configuration/internal/CfgScanner.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
 #include <znutil/configuration/ZnCfgFileParser.h>
-#include <znutil/text/ZnStringHeap.h>
 
 namespace znutil {
 namespace detail {
@@ -20,13 +20,14 @@ bool IsPlainStringByte(unsigned char c) { return c != '"' && c != '\\' && c != '
 
 struct Keyword {
   char const *pszText;
+  std::size_t szLength;
   int iToken;
 };
 
 // Keywords are exact and case-sensitive.
 constexpr Keyword kKeywords[] = {
-    {"binary", kCfgBinary}, {"float", kCfgFloat}, {"integer", kCfgInteger}, {"section", kCfgSection},
-    {"text", kCfgText},     {"ascii", kCfgAscii}, {"hex", kCfgHex},
+    {"binary", 6, kCfgBinary}, {"float", 5, kCfgFloat}, {"integer", 7, kCfgInteger}, {"section", 7, kCfgSection},
+    {"text", 4, kCfgText},     {"ascii", 5, kCfgAscii}, {"hex", 3, kCfgHex},
 };
 
 // The byte a one-letter escape stands for, or -1.
@@ -43,18 +44,28 @@ int EscapedByte(char c) {
   }
 }
 
-// strtoul in base 16 as on a 32-bit system: a value beyond 32 bits stays
-// at 0xFFFFFFFF.
-int HexValue(char const *digits) {
-  unsigned long long const value = std::strtoull(digits, nullptr, 16);
-  return static_cast<int>(value > 0xFFFFFFFFull ? 0xFFFFFFFFu : static_cast<unsigned int>(value));
+// strtoul in base 16 of `count` digits as on a 32-bit system: a value
+// beyond 32 bits stays at 0xFFFFFFFF.
+int HexValue(char const *digits, std::size_t count) {
+  std::uint64_t value = 0;
+  for (std::size_t i = 0; i < count && value <= 0xFFFFFFFFu; ++i) {
+    unsigned char const c = static_cast<unsigned char>(digits[i]);
+    value = value * 16 + static_cast<unsigned int>(IsDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10);
+  }
+  return static_cast<int>(value > 0xFFFFFFFFu ? 0xFFFFFFFFu : static_cast<std::uint32_t>(value));
+}
+
+// FNV-1a, to place a text in the cache of recent strings.
+std::size_t TextHash(char const *text, std::size_t length) {
+  std::uint32_t hash = 2166136261u;
+  for (std::size_t i = 0; i < length; ++i) hash = (hash ^ static_cast<unsigned char>(text[i])) * 16777619u;
+  return hash;
 }
 
 }  // namespace
 
-CfgScanner::CfgScanner(char *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser,
-                       ZnStringHeap &heap)
-    : pcCursor(text), pcEnd(text + size), eCondition(condition), rParser(parser), rHeap(heap) {}
+CfgScanner::CfgScanner(char *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser)
+    : pcCursor(text), pcEnd(text + size), eCondition(condition), rParser(parser), iNextTokenString(0) {}
 
 int CfgScanner::Next(ZnCfgTokenInfo *info) {
   for (;;) {
@@ -122,14 +133,14 @@ int CfgScanner::ScanWord(ZnCfgTokenInfo *info) {
   bool const hexByte = (*pcCursor == 'x' || *pcCursor == 'X') && length > 1 && Run(1, IsHexDigit) == length;
   Match(length, info);
   if (hexByte) {
-    info->iValue = HexValue(info->pszText + 1);
+    info->iValue = HexValue(info->pszText + 1, length - 1);
     return kCfgHexByte;
   }
   for (Keyword const &keyword : kKeywords) {
-    if (std::strcmp(keyword.pszText, info->pszText) == 0) return keyword.iToken;
+    if (keyword.szLength == length && std::memcmp(keyword.pszText, info->pszText, length) == 0) return keyword.iToken;
   }
-  info->pfsValue = rHeap.AllocString();
-  *info->pfsValue = info->pszText;
+  info->pfsValue = NextTokenString();
+  *info->pfsValue = Recent(info->pszText, length);
   return kCfgWord;
 }
 
@@ -201,17 +212,37 @@ void CfgScanner::ScanEscape(ZnCfgTokenInfo *info) {
 }
 
 ZnString *CfgScanner::TakeString() {
-  ZnString *text = rHeap.AllocString();
-  // Appending text stops at a zero byte, so zero bytes go in one by one.
+  ZnString *value = NextTokenString();
   char const *piece = sCollected.c_str();
   char const *const end = piece + sCollected.size();
-  *text = piece;
-  for (piece += std::strlen(piece); piece != end; piece += std::strlen(piece)) {
-    *text << '\0';
-    *text << ++piece;
+  if (std::strlen(piece) == sCollected.size()) {
+    *value = Recent(piece, sCollected.size());
+    return value;
   }
-  sCollected.clear();
-  return text;
+  // Room for every byte up front: appending then never reallocates, which
+  // would keep only the text before the first zero byte. Appending text
+  // stops at a zero byte, so zero bytes go in one by one.
+  ZnString text{ZnStringSize(static_cast<int>(sCollected.size()))};
+  for (;;) {
+    text << piece;
+    piece += std::strlen(piece);
+    if (piece == end) break;
+    text << '\0';
+    ++piece;
+  }
+  *value = text;
+  return value;
+}
+
+ZnString const &CfgScanner::Recent(char const *text, std::size_t length) {
+  ZnString &slot = afsRecent[TextHash(text, length) % kRecentStrings];
+  if (static_cast<std::size_t>(slot.Length()) != length || std::memcmp(slot.Chars(), text, length) != 0) slot = text;
+  return slot;
+}
+
+ZnString *CfgScanner::NextTokenString() {
+  iNextTokenString = (iNextTokenString + 1) % kTokenStrings;
+  return &afsTokenStrings[iNextTokenString];
 }
 
 }  // namespace detail

@@ -9,7 +9,6 @@
 #include <znutil/configuration/internal/CfgTokens.h>
 
 class ZnCfgFileParser;
-class ZnStringHeap;
 
 namespace znutil {
 namespace detail {
@@ -18,7 +17,7 @@ class CfgScanner {
  public:
   /// Scans `size` bytes at `text`, which must be followed by one more
   /// writable byte; starts in `condition`.
-  CfgScanner(char *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser, ZnStringHeap &heap);
+  CfgScanner(char *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser);
   CfgScanner(CfgScanner const &) = delete;
   CfgScanner &operator=(CfgScanner const &) = delete;
 
@@ -41,15 +40,29 @@ class CfgScanner {
   int ScanWord(ZnCfgTokenInfo *info);
   int ScanNumber(std::size_t length, ZnCfgTokenInfo *info);
   void SkipComment(ZnCfgTokenInfo *info);
-  /// The collected string as a new string of the heap.
+  /// The collected string as a token value.
   ZnString *TakeString();
+  /// A slot for the value of a WORD or STRING token. A value stays valid
+  /// while the next kTokenStrings - 1 such tokens are scanned: the grammar
+  /// copies each one before it reads that far.
+  ZnString *NextTokenString();
+
+  /// The string of `length` bytes (no zero among them) at `text`: the one
+  /// made for the same text not long ago, when there is one, so that names
+  /// and machines that recur share their text.
+  ZnString const &Recent(char const *text, std::size_t length);
+
+  static constexpr int kTokenStrings = 4;
+  static constexpr std::size_t kRecentStrings = 256;
 
   char *pcCursor;
   char *pcEnd;
   CfgCondition eCondition;
   ZnCfgFileParser &rParser;
-  ZnStringHeap &rHeap;
   std::string sCollected;
+  ZnString afsTokenStrings[kTokenStrings];
+  int iNextTokenString;
+  ZnString afsRecent[kRecentStrings];
 };
 
 }  // namespace detail

@@ -17,13 +17,14 @@ class CfgTextPool {
   explicit CfgTextPool(std::size_t inputSize)
       : pcStart(new char[2 * inputSize + 1]), pcNext(pcStart.get()), szSize(2 * inputSize + 1) {}
 
-  /// A copy of the zero-terminated `text`, or "" when it would not fit.
-  char const *Copy(char const *text) {
-    std::size_t const length = std::strlen(text) + 1;
-    if (length > szSize - static_cast<std::size_t>(pcNext - pcStart.get())) return "";
+  /// A copy of the `length` bytes at `text` and a terminator, or "" when
+  /// it would not fit.
+  char const *Copy(char const *text, std::size_t length) {
+    if (length >= szSize - static_cast<std::size_t>(pcNext - pcStart.get())) return "";
     char *copy = pcNext;
     std::memcpy(copy, text, length);
-    pcNext += length;
+    copy[length] = '\0';
+    pcNext += length + 1;
     return copy;
   }
 
