@@ -115,6 +115,10 @@ TEST(ZnCfgFileTest, MachineFallBackAndItsEffectOnSet) {
   EXPECT_EQ(0u, file->SetIntegerEntry("Network", "Port", "alpha7", 8081));
   // New entries are always for all machines, whatever machine was given.
   EXPECT_EQ(0u, file->SetTextEntry("Network", "Host", "beta", "server"));
+  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "alpha7", &port));
+  EXPECT_EQ(8081, port);
+  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "gamma", &port));
+  EXPECT_EQ(81, port);
   EXPECT_TRUE(file->Flush());
   EXPECT_EQ(
       "section \"Display\"\r\n"

@@ -195,9 +195,7 @@ unsigned long ZnCfgFile::SetEntry(ZnString const &section, ZnString const &entry
   ZnCfgEntry *foundEntry;
   CreateSectionAndEntry(section, entry, machine, &foundSection, &foundEntries, &foundEntry);
   foundEntry->SetData(data);
-  pIndex->SetData(CfgKey::OfEntry(CfgKey::OfSection(foundSection->Name()), foundEntry->Name(),
-                                  foundEntry->Machine().Chars()),
-                  data);
+  pIndex->SetLastData(data);
   SetModified();
   return CfgOk;
 }

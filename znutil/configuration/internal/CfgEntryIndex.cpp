@@ -77,11 +77,12 @@ void CfgEntryIndex::Rebuild(ZnCfgSectionList const *sections) {
 void CfgEntryIndex::AddSection(ZnCfgSection *section) { Insert(CfgKey::OfSection(section->Name()), section, nullptr); }
 
 void CfgEntryIndex::AddEntry(CfgKey const &section, ZnCfgEntry *entry) {
-  Insert(CfgKey::OfEntry(section, entry->Name(), entry->Machine().Chars()), entry, entry->Data());
+  ckLast = CfgKey::OfEntry(section, entry->Name(), entry->Machine().Chars());
+  Insert(ckLast, entry, entry->Data());
 }
 
-void CfgEntryIndex::SetData(CfgKey const &entry, ZnCfgData *data) {
-  if (Slot const *slot = Find(entry)) const_cast<Slot *>(slot)->pData = data;
+void CfgEntryIndex::SetLastData(ZnCfgData *data) {
+  if (Slot const *slot = bReliable ? Find(ckLast) : nullptr) const_cast<Slot *>(slot)->pData = data;
 }
 
 ZnCfgSection *CfgEntryIndex::FindSection(CfgKey const &key) const {
@@ -91,6 +92,7 @@ ZnCfgSection *CfgEntryIndex::FindSection(CfgKey const &key) const {
 
 ZnCfgEntry *CfgEntryIndex::FindEntry(CfgKey const &key, ZnCfgData **data) const {
   Slot const *slot = Find(key);
+  if (slot != nullptr) ckLast = key;
   *data = slot != nullptr ? slot->pData : nullptr;
   return slot != nullptr ? static_cast<ZnCfgEntry *>(slot->pObject) : nullptr;
 }

@@ -44,14 +44,15 @@ class CfgEntryIndex {
   void Rebuild(ZnCfgSectionList const *sections);
   void AddSection(ZnCfgSection *section);
   void AddEntry(CfgKey const &section, ZnCfgEntry *entry);
-  /// Notes the new value of the entry of key `entry`.
-  void SetData(CfgKey const &entry, ZnCfgData *data);
+  /// Notes the new value of the entry found or added last.
+  void SetLastData(ZnCfgData *data);
   /// False when two keys share a hash: finds are then not to be trusted.
   bool Reliable() const { return bReliable; }
 
   /// The section of that key, or null.
   ZnCfgSection *FindSection(CfgKey const &key) const;
-  /// The entry of that key, or null; `*data` receives its value.
+  /// The entry of that key, or null; `*data` receives its value. A hit
+  /// becomes the entry found last.
   ZnCfgEntry *FindEntry(CfgKey const &key, ZnCfgData **data) const;
 
  private:
@@ -75,6 +76,10 @@ class CfgEntryIndex {
   // answers a miss (an entry of this machine, usually) without a probe.
   std::vector<std::uint64_t> vecFilter;
   bool bReliable = true;
+  // The key of the entry found or added last, for SetLastData: a Set finds
+  // or adds its entry and then gives it its value, all under the owner's
+  // lock.
+  mutable CfgKey ckLast{0, 0};
 };
 
 }  // namespace detail
