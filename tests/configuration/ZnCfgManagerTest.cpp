@@ -130,6 +130,16 @@ TEST_F(ZnCfgManagerTest, SecondStartChangesNothingAndStopFlushes) {
   EXPECT_EQ(-1, ReadInteger(kProfile, "A", "B"));
 }
 
+TEST_F(ZnCfgManagerTest, DefaultProfileWithoutIdentityStaysInTheCurrentFolder) {
+  std::filesystem::path const before = std::filesystem::current_path();
+  std::filesystem::current_path(scratch_.Path());
+  InitializeConfiguration("");  // no identity in this program: the name is empty
+  bool const written = Eventually([&] { return std::filesystem::exists(scratch_ / ".cfg"); });
+  ShutdownConfiguration();
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(written);
+}
+
 TEST_F(ZnCfgManagerTest, MachineKeyIsTheLowerCaseComputerName) {
   char host[256] = {};
   gethostname(host, sizeof host - 1);

@@ -32,9 +32,12 @@ class LifetimeGuard {
   LifetimeGuard &operator=(LifetimeGuard const &) = delete;
 };
 
+// An unknown start-up directory (the identity not filled yet) leaves the
+// name relative to the current directory rather than at the root.
 ZnString ProfilePath(ZnString const &configFilePath) {
   if (configFilePath != NULL_STRING) return configFilePath;
-  return UtilityApp::StartupDir() ^ (UtilityApp::AppName() + ZnString(".cfg"));
+  ZnString const name = UtilityApp::AppName() + ZnString(".cfg");
+  return UtilityApp::StartupDir() == NULL_STRING ? name : UtilityApp::StartupDir() ^ name;
 }
 
 ZnString GlobalPath() {
