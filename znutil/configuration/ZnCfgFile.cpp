@@ -153,7 +153,8 @@ template <typename Value>
 unsigned long ZnCfgFile::GetEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
                                   Value *result, bool (ZnCfgData::*get)(Value *) const,
                                   bool (ZnCfgData::*convert)(Value *) const, unsigned long notConverted) {
-  // A null result leaves the lock too, so that no thread stalls behind it.
+  // A null result is refused before the lock is taken: no thread is left
+  // stalled behind a lock that the caller kept.
   if (result == nullptr) return CfgNullResult;
   FileLock const lock(csFileLock);
   ZnCfgData *data;
