@@ -3,6 +3,8 @@
 znutil_packages="cmake ninja-build g++ clang libgtest-dev libgmock-dev libbenchmark-dev"
 # Peers that only the benchmarks measure against; the library needs none.
 znutil_packages="$znutil_packages pkg-config libglib2.0-dev libinih-dev"
+# Benchmark peer of ZnLogger (bench/logger_bench.cpp); the library does not use it.
+znutil_packages="$znutil_packages libspdlog-dev"
 
 znutil_install_deps() {
   local missing=""

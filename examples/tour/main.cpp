@@ -371,6 +371,29 @@ void TourPaths() {
   }
 }
 
+// Two threads log; Shutdown writes everything to "<app>.log" in the start-up
+// folder, which the tour prints and then removes.
+void TourLogging() {
+  std::printf("== Logging\n");
+  auto worker = [](char const *source) {
+    for (int step = 1; step <= 2; ++step) {
+      std::string const line = std::string("step ") + std::to_string(step) + " done";
+      ZnLogger::Log(ZnLogger::kInformation, ZnString(source), ZnString("Tour"), ZnString(line.c_str()));
+    }
+  };
+  std::thread first(worker, "first"), second(worker, "second");
+  first.join();
+  second.join();
+  ZnString const a("a warning of two lines,"), b("the second line");
+  ZnLogger::Log(ZnLogger::kWarning, ZnString("main"), ZnString("Tour"), &a, &b, nullptr);
+  ZnLogger::Shutdown();
+  std::string const log = (UtilityApp::StartupDir() ^ (UtilityApp::AppName() + ZnString(".log"))).Chars();
+  std::string file = log;
+  for (char &c : file) c = c == '\\' ? '/' : c;
+  std::ifstream in(file, std::ios::binary);
+  std::printf("%s holds:\n%s", log.c_str(), std::string(std::istreambuf_iterator<char>(in), {}).c_str());
+  std::filesystem::remove(file);
+}
 
 // Polls `condition` every 20 ms for up to five seconds.
 template <typename Condition>
@@ -431,6 +454,7 @@ int main(int, char **argv) {
   TourRegex();
   TourImages(argv[0]);
   TourPaths();
+  TourLogging();
   TourConfiguration();
   return 0;
 }

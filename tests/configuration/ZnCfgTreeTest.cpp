@@ -10,7 +10,11 @@
 #include <znutil/configuration/ZnCfgEntryList.h>
 #include <znutil/configuration/ZnCfgFloatData.h>
 #include <znutil/configuration/ZnCfgIntegerData.h>
+#include <znutil/configuration/ZnCfgParserBinaryStream.h>
 #include <znutil/configuration/ZnCfgTextData.h>
+#include <znutil/configuration/ZnCfgTokenInfo.h>
+
+#include "../memory/BlockHeader.h"
 
 namespace {
 
@@ -114,6 +118,24 @@ TEST(ZnCfgTreeTest, ListsAdoptWhatTheyTakeAndFindByKey) {
   EXPECT_EQ(found->Data()->DataType(), ZnCfgData::CfgText);
   EXPECT_STREQ(found->Name().Chars(), "port");
   EXPECT_STREQ(found->Machine().Chars(), "all");
+}
+
+// Every object of the tree comes from the fixed-block allocator.
+TEST(ZnCfgTreeTest, ObjectsLiveInTheFixedBlockAllocator) {
+  auto expectBlock = [](auto *object) {
+    EXPECT_EQ(znutil_test::StateTag(object), 5);  // in use, from a size class
+    delete object;
+  };
+  expectBlock(new ZnCfgTextData("t"));
+  expectBlock(new ZnCfgBinaryData(ZnBinary()));
+  expectBlock(new ZnCfgIntegerData(1));
+  expectBlock(new ZnCfgFloatData(1));
+  expectBlock(new ZnCfgEntry("n", "all", nullptr));
+  expectBlock(new ZnCfgSection("s", nullptr));
+  expectBlock(new ZnCfgEntryList);
+  expectBlock(new ZnCfgSectionList);
+  expectBlock(new ZnCfgParserBinaryStream);
+  expectBlock(new ZnCfgTokenInfo);
 }
 
 TEST(ZnCfgTreeTest, NothingIsTrackedWithoutAParse) {

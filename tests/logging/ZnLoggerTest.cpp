@@ -66,6 +66,7 @@ TEST_F(LoggerTest, StartStopStartInOneProcess) {
     EXPECT_TRUE(ZnLogger::IsInitialized());
     ASSERT_TRUE(WaitForInFile("\t" + std::to_string(run) + "\n"));
     ZnLogger::Shutdown();
+    EXPECT_FALSE(ZnLogger::IsInitialized());
     EXPECT_EQ(nullptr, ZnLogger::LoggerWindow());
   }
   EXPECT_EQ(3, Count(LogText(), "  Warning  Run  Cycle\n"));

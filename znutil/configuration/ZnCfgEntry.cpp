@@ -6,6 +6,13 @@
 
 namespace {
 
+// tolower, which leaves ASCII bytes other than letters alone in every
+// locale; only letters and bytes above 127 need the call.
+int Lower(unsigned char c) {
+  bool const plain = c < 0x80 && !((c | 0x20) >= 'a' && (c | 0x20) <= 'z');
+  return plain ? c : std::tolower(c);
+}
+
 // The key of an entry: its name and machine as one text. Appending stops at
 // a zero byte, so a name holding one hides the machine, as in a joined
 // ZnString.
@@ -41,6 +48,13 @@ void ZnCfgEntry::SetData(ZnCfgData *data) {
 }
 
 int ZnCfgEntry::CompareTo(ZnCfgEntry const &other) const {
+  // Names most often differ in a byte inside both, which decides at once.
+  char const *l = fsName.Chars(), *r = other.fsName.Chars();
+  while (*l != '\0' && *l == *r) ++l, ++r;
+  if (*l != '\0' && *r != '\0') {
+    int const lower = Lower(static_cast<unsigned char>(*l)) - Lower(static_cast<unsigned char>(*r));
+    if (lower != 0) return lower;
+  }
   // As CaseCompare of the joined texts, without joining them.
   EntryKey left(*this), right(other);
   for (;;) {
@@ -49,7 +63,7 @@ int ZnCfgEntry::CompareTo(ZnCfgEntry const &other) const {
       if (l == 0) return 0;
       continue;
     }
-    int const lower = std::tolower(l) - std::tolower(r);
+    int const lower = Lower(l) - Lower(r);
     if (lower != 0) return lower;
   }
 }

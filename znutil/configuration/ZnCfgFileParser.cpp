@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <climits>
+#include <memory>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -10,7 +11,6 @@
 #include <znutil/concurrency/ZnLock.h>
 #include <znutil/configuration/internal/CfgGrammar.h>
 #include <znutil/configuration/internal/CfgScanner.h>
-#include <znutil/configuration/internal/CfgTextPool.h>
 #include <znutil/configuration/internal/ParserItemList.h>
 #include <znutil/containers/ZnTDblList.h>
 #include <znutil/logging/ZnLogger.h>
@@ -19,7 +19,6 @@
 using znutil::detail::CfgCondition;
 using znutil::detail::CfgGrammar;
 using znutil::detail::CfgScanner;
-using znutil::detail::CfgTextPool;
 using znutil::detail::ParserItemList;
 using znutil::detail::ParserItemScope;
 
@@ -42,7 +41,7 @@ std::atomic<int> aiCarriedCondition{znutil::detail::kCfgNormal};
 bool LoggerIsUp() { return ZnLogger::IsInitialized(); }
 
 // The whole file, read through the parser in text mode: a carriage return
-// right before a line feed is dropped. One zero byte follows the text.
+// right before a line feed is dropped.
 std::vector<char> ReadText(ZnCfgFileParser &parser, std::size_t expected) {
   std::vector<char> text(expected + 1);
   std::size_t used = 0;
@@ -55,12 +54,13 @@ std::vector<char> ReadText(ZnCfgFileParser &parser, std::size_t expected) {
     used += static_cast<std::size_t>(got);
   }
   text.resize(used);
-  auto kept = text.begin();
-  for (auto c = text.begin(); c != text.end(); ++c) {
+  // Most files have no carriage return at all.
+  auto const first = std::find(text.begin(), text.end(), '\r');
+  auto kept = first;
+  for (auto c = first; c != text.end(); ++c) {
     if (*c != '\r' || c + 1 == text.end() || c[1] != '\n') *kept++ = *c;
   }
   text.erase(kept, text.end());
-  text.push_back('\0');
   return text;
 }
 
@@ -108,13 +108,15 @@ ZnCfgSectionList *ZnCfgFileParser::Parse() {
   std::vector<char> text = ReadText(*this, static_cast<std::size_t>(std::min<std::uint64_t>(size, 1u << 30)));
   znutil::platform::CloseHandle(pInputFile);
   pInputFile = nullptr;
-  CfgTextPool pool(text.size() - 1);
+  std::size_t const poolSize = 2 * text.size() + 1;
+  std::unique_ptr<char[]> const poolBlock(new char[poolSize]);
+  TextPool pool{poolBlock.get(), poolBlock.get(), poolSize};
   pTextPool = &pool;
   {
     ParserItemList items;
     ParserItemScope scope(items);
     iLine = 1;
-    CfgScanner scanner(text.data(), text.size() - 1, static_cast<CfgCondition>(aiCarriedCondition.load()), *this);
+    CfgScanner scanner(text.data(), text.size(), static_cast<CfgCondition>(aiCarriedCondition.load()), *this);
     CfgGrammar grammar(scanner, *this);
     grammar.Run();
     aiCarriedCondition.store(scanner.Condition());
@@ -132,16 +134,6 @@ int ZnCfgFileParser::YYInput(char *buffer, int size) {
   if (pInputFile == nullptr || size <= 0) return 0;
   if (!znutil::platform::ReadFile(pInputFile, buffer, static_cast<DWORD>(size), &done)) return 0;
   return static_cast<int>(done);
-}
-
-void ZnCfgFileParser::LexGotNewLine() {
-  if (iLine < INT_MAX) ++iLine;
-}
-
-void ZnCfgFileParser::LexMatchedText(char const *text, int length, ZnCfgTokenInfo *info) {
-  // The copy reads as the same C string as one made up to the terminator.
-  info->iLine = iLine;
-  info->pszText = pTextPool != nullptr ? pTextPool->Copy(text, static_cast<std::size_t>(length)) : "";
 }
 
 void ZnCfgFileParser::LexJammed(char const *token) {

@@ -19,16 +19,14 @@
 #ifndef ZNUTIL_CONFIGURATION_ZNCFGFILEPARSER_H
 #define ZNUTIL_CONFIGURATION_ZNCFGFILEPARSER_H
 
+#include <climits>
+#include <cstddef>
+#include <cstring>
+
 #include <znutil/configuration/ZnCfgSectionList.h>
 #include <znutil/configuration/ZnCfgTokenInfo.h>
 #include <znutil/platform/Export.h>
 #include <znutil/text/ZnString.h>
-
-namespace znutil {
-namespace detail {
-class CfgTextPool;
-}  // namespace detail
-}  // namespace znutil
 
 class ZNUTIL_API ZnCfgFileParser {
  public:
@@ -49,11 +47,17 @@ class ZNUTIL_API ZnCfgFileParser {
   int YYInput(char *buffer, int size);
   /// Called for each character of a comment; does nothing.
   void LexGotCharacter() {}
-  /// The current line goes up by one.
-  void LexGotNewLine();
-  /// Called for every match: notes the line and copies the text, up to its
-  /// terminator, into the parse's text pool.
-  void LexMatchedText(char const *text, int length, ZnCfgTokenInfo *info);
+  /// The current line goes up by one (to INT_MAX at most).
+  void LexGotNewLine() {
+    if (iLine < INT_MAX) ++iLine;
+  }
+  /// Called for every match whose text is read (the matches of tokens and
+  /// of reports): notes the line and copies the `length` bytes of text and
+  /// a terminator into the parse's text pool.
+  void LexMatchedText(char const *text, int length, ZnCfgTokenInfo *info) {
+    info->iLine = iLine;
+    info->pszText = pTextPool != nullptr ? pTextPool->Copy(text, static_cast<std::size_t>(length)) : "";
+  }
   /// Reports an unknown character; the parse goes on.
   void LexJammed(char const *token);
   /// Reports a syntax error, which ends the parse.
@@ -71,6 +75,25 @@ class ZNUTIL_API ZnCfgFileParser {
 
  private:
   friend class ZnCfgFileParserTestAccess;
+
+  /// The text pool of a parse: one block for the copies of all matched
+  /// texts. Every match takes at least one input byte and its copy that
+  /// many bytes and a terminator, so a block of twice the input and one
+  /// byte never fills up; a copy that would not fit is refused all the same.
+  struct TextPool {
+    char *pcStart;
+    char *pcNext;
+    std::size_t szSize;
+
+    char const *Copy(char const *text, std::size_t length) {
+      if (length >= szSize - static_cast<std::size_t>(pcNext - pcStart)) return "";
+      char *copy = pcNext;
+      std::memcpy(copy, text, length);
+      copy[length] = '\0';
+      pcNext += length + 1;
+      return copy;
+    }
+  };
   struct QueuedErrorMessage;
   struct ErrorQueue;
 
@@ -86,7 +109,7 @@ class ZNUTIL_API ZnCfgFileParser {
   ZnString fsFileName;
   int iLine;
   void *pInputFile;
-  znutil::detail::CfgTextPool *pTextPool;
+  TextPool *pTextPool;
   ZnCfgSectionList *plSections;
 };
 

@@ -5,6 +5,7 @@
 
 #include <znutil/logging/internal/Entered.h>
 #include <znutil/logging/internal/LoggerSettings.h>
+#include <znutil/logging/internal/RecordText.h>
 #include <znutil/logging/internal/ZnLoggerFrameUI.h>
 #include <znutil/platform/Scheduling.h>
 
@@ -65,6 +66,9 @@ void ZnLogger::StopThread() {
   Entered logger(csLoggerLock);
   FinalDrain();
   pwthrdLoggerThread.store(nullptr);
+  // Those who wait for the logger (the configuration parser keeps its
+  // messages until then) must not start it again behind a stop.
+  bInitialized.store(false);
 }
 
 ZnLogger::ZnLogMessage *ZnLogger::NewRecord(int typeAndFlags, ZnString const &source, ZnString const &category) {
@@ -76,12 +80,16 @@ ZnLogger::ZnLogMessage *ZnLogger::NewRecord(int typeAndFlags, ZnString const &so
 // A stop may take the queue away between the test of the thread and the
 // append; the message then starts the logger again and waits in the new
 // queue. While another thread is starting it, this one yields and retries.
+// The record's node is made before the lock is taken, so that the lock
+// covers only the linking.
 void ZnLogger::Enqueue(ZnLogMessage *record) {
+  ZnDblList one;
+  one.Append(record);
   for (;;) {
     {
       Entered queue(csQueueLock);
       if (plLogQueue != nullptr) {
-        plLogQueue->Append(record);
+        plLogQueue->Merge(one, ZnDblList::After, NULL_CONTEXT);
         return;
       }
     }
@@ -116,18 +124,7 @@ void ZnLogger::Log(int typeAndFlags, ZnString const &source, ZnString const &cat
   Enqueue(record);
 }
 
-ZnString ZnLogger::TypeToString(int type) {
-  switch (type) {
-    case kInformation:
-      return ZnString("Information");
-    case kWarning:
-      return ZnString("Warning");
-    case kError:
-      return ZnString("Error");
-    default:
-      return ZnString("Unknown");
-  }
-}
+ZnString ZnLogger::TypeToString(int type) { return ZnString(znutil::detail::TypeWord(type)); }
 
 void ZnLogger::SetFlags(int flags) { iLoggerFlags.fetch_or(HighBits(flags)); }
 

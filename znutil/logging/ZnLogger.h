@@ -19,6 +19,7 @@
 
 #include <atomic>
 #include <iosfwd>
+#include <string>
 
 #include <znutil/concurrency/ZnAtomicWord.h>
 #include <znutil/concurrency/ZnCriticalSection.h>
@@ -142,7 +143,7 @@ class ZNUTIL_API ZnLogger {
 
   /// Turns Log and Shutdown into no-ops for good. There is no way back.
   static void DisableLogger();
-  /// True once a start has completed; a Shutdown does not clear it.
+  /// True from the end of a start until the next Shutdown.
   static bool IsInitialized();
 
   /// Stores the frame's title; the next tick of the logger thread shows it.
@@ -177,7 +178,8 @@ class ZNUTIL_API ZnLogger {
   static void OnTick();
   static void CreateFrame();
   static void DestroyFrame();
-  static void WriteRecord(ZnLogMessage const *message);
+  static void AppendRecord(std::string &batch, ZnLogMessage const *message);
+  static void WriteBatch(std::string const &batch);
   static void DestroyRecords(ZnDblList *list);
 
   // Defined together, in the order in which the library's start-up needs them.

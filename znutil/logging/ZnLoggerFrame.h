@@ -14,6 +14,7 @@
 #ifndef ZNUTIL_LOGGING_ZNLOGGERFRAME_H
 #define ZNUTIL_LOGGING_ZNLOGGERFRAME_H
 
+#include <deque>
 #include <vector>
 
 #include <znutil/platform/Export.h>
@@ -73,7 +74,7 @@ class ZNUTIL_API ZnLoggerFrame {
   bool bIconic;
   bool bIcon;
   int iActivations;
-  std::vector<Row> vRows;
+  std::deque<Row> vRows;  // a deque: rows never move as the list grows
 };
 
 #endif  // ZNUTIL_LOGGING_ZNLOGGERFRAME_H

@@ -9,6 +9,7 @@
 #include <znutil/logging/ZnLoggerFrame.h>
 #include <znutil/logging/internal/Entered.h>
 #include <znutil/logging/internal/LoggerSettings.h>
+#include <znutil/logging/internal/RecordText.h>
 #include <znutil/platform/Directory.h>
 #include <znutil/platform/PathText.h>
 
@@ -46,19 +47,47 @@ void OpenLogFile(std::ofstream &file) {
 
 ZnString Detached(ZnString const &text) { return ZnString(text.Chars()); }
 
-ZnLoggerFrame::Row RowOf(ZnLogger::ZnLogMessage const &message) {
-  ZnLoggerFrame::Row row;
-  row.fsDate.FormatTime("%#m/%#d/%y", message.stTime);
-  row.fsTime.FormatTime("%#I:%M:%S %p", message.stTime);
-  row.fsSource = Detached(message.fsSource);
-  row.fsCategory = Detached(message.fsCategory);
-  std::string text;
-  ZnListContext position;
-  for (ZnString *line = message.slMessage.First(position); line != nullptr; line = message.slMessage.Next(position)) {
-    if (!text.empty()) text += ' ';
-    text += line->Chars();
+bool SameSecond(SYSTEMTIME const &a, SYSTEMTIME const &b) {
+  return a.wSecond == b.wSecond && a.wMinute == b.wMinute && a.wHour == b.wHour && a.wDay == b.wDay &&
+         a.wMonth == b.wMonth && a.wYear == b.wYear;
+}
+
+// The time texts of one second, made once: a batch holds many records of
+// the same second. Used under csLoggerLock only, so rows may share them.
+struct Stamps {
+  SYSTEMTIME key{};
+  bool known = false;
+  std::string record;
+  ZnString date;
+  ZnString time;
+};
+
+Stamps &StampsOf(ZnSystemTime const &time) {
+  static Stamps &stamps = *new Stamps;  // never destroyed: a stop at exit still writes
+  if (!stamps.known || !SameSecond(stamps.key, time)) {
+    ZnString record, date, clock;
+    record.FormatTime(znutil::detail::kRecordTimeFormat, time);
+    date.FormatTime("%#m/%#d/%y", time);
+    clock.FormatTime("%#I:%M:%S %p", time);
+    stamps = Stamps{time, true, record.Chars(), date, clock};
   }
-  row.fsMessage = ZnString(text.c_str());
+  return stamps;
+}
+
+// The row shares the record's strings: both are only touched under
+// csLoggerLock, and Capture hands out copies of its own.
+ZnLoggerFrame::Row RowOf(ZnLogger::ZnLogMessage const &message) {
+  Stamps const &stamps = StampsOf(message.stTime);
+  ZnLoggerFrame::Row row{stamps.date, stamps.time, message.fsSource, message.fsCategory, ZnString()};
+  ZnListContext position;
+  ZnString const *line = message.slMessage.First(position);
+  if (message.slMessage.GetCount() == 1) {
+    row.fsMessage = *line;
+  } else if (line != nullptr) {
+    std::string text = line->Chars();
+    while ((line = message.slMessage.Next(position)) != nullptr) text.append(" ").append(line->Chars());
+    row.fsMessage = ZnString(text.c_str());
+  }
   return row;
 }
 
@@ -69,6 +98,25 @@ bool AnyLineContains(ZnStringList const &lines, ZnString const &text) {
     if (line->CaseContainsSubString(text) >= 0) return true;
   }
   return false;
+}
+
+// The six filters in order. A type filter that is off hides its type; a
+// source or category filter that is on hides what differs from its text
+// (without regard to case), and the text filter what no line contains.
+bool Passes(ZnLogger::LoggerFilter const *filters, ZnLogger::ZnLogMessage const &message) {
+  bool show = true;
+  for (int index = 0; index < ZnLogger::kFilterCount; ++index) {
+    ZnLogger::LoggerFilter const &filter = filters[index];
+    if (index <= ZnLogger::kFilterError) {
+      if (message.iType == filter.iFilterType && !filter.bEnabled) show = false;
+    } else if (filter.bEnabled && index != ZnLogger::kFilterMessage) {
+      ZnString const &field = index == ZnLogger::kFilterSource ? message.fsSource : message.fsCategory;
+      show = show && field.CaseCompare(filter.fsText) == 0;
+    } else if (filter.bEnabled && show) {
+      show = AnyLineContains(message.slMessage, filter.fsText);
+    }
+  }
+  return show;
 }
 
 }  // namespace
@@ -143,7 +191,7 @@ void ZnLogger::DoWork() {
       item = lastOld != nullptr ? plLogMessages->GetNext(position) : plLogMessages->GetFirst(position);
     }
     bool popped = false;
-    bool wrote = false;
+    std::string batch;
     for (; item != nullptr; item = plLogMessages->GetNext(position)) {
       auto *message = static_cast<ZnLogMessage *>(item);
       if (item == firstNew) write = true;
@@ -152,35 +200,27 @@ void ZnLogger::DoWork() {
         DisplayLogMessageWindow();
       }
       FilterMessage(message);
-      if (pofsLogFile != nullptr && write) {
-        WriteRecord(message);
-        wrote = true;
-      }
+      if (write) AppendRecord(batch, message);
     }
-    if (wrote) pofsLogFile->flush();
+    WriteBatch(batch);
   }
   bFilterChangePending = false;
 }
 
 void ZnLogger::FilterMessage(ZnLogMessage *message) {
-  bool show = true;
-  for (LoggerFilter const &filter : aFilters) {
-    if (!bFilterEnabled) break;
-    if (filter.iFilterType <= kFilterError) {
-      if (message->iType == filter.iFilterType && !filter.bEnabled) show = false;
-    } else if (filter.bEnabled && filter.iFilterType != kFilterMessage) {
-      ZnString const &field = filter.iFilterType == kFilterSource ? message->fsSource : message->fsCategory;
-      if (!show || field.CaseCompare(filter.fsText) != 0) show = false;
-    } else if (filter.bEnabled && show) {
-      show = AnyLineContains(message->slMessage, filter.fsText);
-    }
+  if (!bFilterEnabled || Passes(aFilters, *message)) {
+    message->iListItem = pwndLogMessageWindow->AddRow(RowOf(*message));
   }
-  if (show) message->iListItem = pwndLogMessageWindow->AddRow(RowOf(*message));
 }
 
-void ZnLogger::WriteRecord(ZnLogMessage const *message) {
-  ZnString const text = message->FileText();
-  pofsLogFile->write(text.Chars(), text.Length());
+void ZnLogger::AppendRecord(std::string &batch, ZnLogMessage const *message) {
+  znutil::detail::AppendRecordText(batch, StampsOf(message->stTime).record.c_str(), *message);
+}
+
+void ZnLogger::WriteBatch(std::string const &batch) {
+  if (pofsLogFile == nullptr || batch.empty()) return;
+  pofsLogFile->write(batch.data(), static_cast<std::streamsize>(batch.size()));
+  pofsLogFile->flush();
 }
 
 void ZnLogger::DestroyRecords(ZnDblList *list) {
@@ -199,14 +239,15 @@ void ZnLogger::FinalDrain() {
     queue = plLogQueue;
     plLogQueue = nullptr;
   }
+  std::string batch;
   ZnListContext position;
   for (void *item = queue->GetFirst(position); item != nullptr; item = queue->GetNext(position)) {
-    WriteRecord(static_cast<ZnLogMessage *>(item));
+    AppendRecord(batch, static_cast<ZnLogMessage *>(item));
   }
+  WriteBatch(batch);
   DestroyRecords(queue);
   DestroyRecords(plLogMessages);
   plLogMessages = nullptr;
-  pofsLogFile->flush();
   delete pofsLogFile;
   pofsLogFile = nullptr;
 }

@@ -10,13 +10,43 @@ namespace znutil {
 namespace detail {
 namespace {
 
-bool IsDigit(unsigned char c) { return c >= '0' && c <= '9'; }
-bool IsLetter(unsigned char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
-bool IsWordCharacter(unsigned char c) { return IsLetter(c) || IsDigit(c); }
-bool IsHexDigit(unsigned char c) { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
-bool IsOctalDigit(unsigned char c) { return c >= '0' && c <= '7'; }
-bool IsBlank(unsigned char c) { return c == ' ' || c == '\t' || c == '\r'; }
-bool IsPlainStringByte(unsigned char c) { return c != '"' && c != '\\' && c != '\n'; }
+// Character classes, one bit each, in a table for the scanning loops.
+enum : unsigned char { kDigit = 1, kLetter = 2, kHexDigit = 4, kOctalDigit = 8, kBlank = 16, kPlainStringByte = 32 };
+
+constexpr unsigned char ClassOf(int c) {
+  unsigned char bits = 0;
+  if (c >= '0' && c <= '9') bits |= kDigit | kHexDigit;
+  if (c >= '0' && c <= '7') bits |= kOctalDigit;
+  if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_') bits |= kLetter;
+  if ((c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F')) bits |= kHexDigit;
+  if (c == ' ' || c == '\t' || c == '\r') bits |= kBlank;
+  if (c != '"' && c != '\\' && c != '\n') bits |= kPlainStringByte;
+  return bits;
+}
+
+struct ClassTable {
+  constexpr ClassTable() : aucBits() {
+    for (int c = 0; c < 256; ++c) aucBits[c] = ClassOf(c);
+  }
+  unsigned char aucBits[256];
+};
+
+constexpr ClassTable kClasses;
+
+// A test for any of `bits`, as a type of its own so that each scanning loop
+// is compiled with its test inline.
+template <unsigned char bits>
+struct Is {
+  constexpr bool operator()(unsigned char c) const { return (kClasses.aucBits[c] & bits) != 0; }
+};
+
+constexpr Is<kDigit> IsDigit;
+constexpr Is<kLetter> IsLetter;
+constexpr Is<kLetter | kDigit> IsWordCharacter;
+constexpr Is<kHexDigit> IsHexDigit;
+constexpr Is<kOctalDigit> IsOctalDigit;
+constexpr Is<kBlank> IsBlank;
+constexpr Is<kPlainStringByte> IsPlainStringByte;
 
 struct Keyword {
   char const *pszText;
@@ -64,7 +94,7 @@ std::size_t TextHash(char const *text, std::size_t length) {
 
 }  // namespace
 
-CfgScanner::CfgScanner(char *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser)
+CfgScanner::CfgScanner(char const *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser)
     : pcCursor(text), pcEnd(text + size), eCondition(condition), rParser(parser), iNextTokenString(0) {}
 
 int CfgScanner::Next(ZnCfgTokenInfo *info) {
@@ -77,13 +107,11 @@ int CfgScanner::Next(ZnCfgTokenInfo *info) {
 }
 
 void CfgScanner::Match(std::size_t length, ZnCfgTokenInfo *info) {
-  // The match is made a C string in place for the moment of the call.
-  char const saved = pcCursor[length];
-  pcCursor[length] = '\0';
   rParser.LexMatchedText(pcCursor, static_cast<int>(length), info);
-  pcCursor[length] = saved;
   pcCursor += length;
 }
+
+void CfgScanner::Skip(std::size_t length) { pcCursor += length; }
 
 template <typename Accept>
 std::size_t CfgScanner::Run(std::size_t from, Accept accept) const {
@@ -97,25 +125,32 @@ std::size_t CfgScanner::Run(std::size_t from, Accept accept) const {
 int CfgScanner::ScanNormal(ZnCfgTokenInfo *info) {
   unsigned char const c = static_cast<unsigned char>(*pcCursor);
   if (IsBlank(c)) {
-    Match(Run(1, IsBlank), info);
+    Skip(Run(1, IsBlank));
     return kCfgEnd;
   }
   if (IsLetter(c)) return ScanWord(info);
   if (IsDigit(c)) return ScanNumber(Run(0, IsDigit), info);
   std::size_t const digits = c == '-' ? Run(1, IsDigit) : 0;
   if (digits > 1) return ScanNumber(digits, info);
+  switch (c) {
+    case '\n':
+      Skip(1);
+      rParser.LexGotNewLine();
+      return kCfgEnd;
+    case '#': SkipComment(); return kCfgEnd;
+    case '"':
+      Skip(1);
+      eCondition = kCfgInString;
+      sCollected.clear();
+      return kCfgEnd;
+    default: break;
+  }
   Match(1, info);
   switch (c) {
-    case '\n': rParser.LexGotNewLine(); return kCfgEnd;
-    case '#': SkipComment(info); return kCfgEnd;
     case '(': return kCfgLParen;
     case ')': return kCfgRParen;
     case '=': return kCfgEquals;
     case ',': return kCfgComma;
-    case '"':
-      eCondition = kCfgInString;
-      sCollected.clear();
-      return kCfgEnd;
     default: rParser.LexJammed(info->pszText); return kCfgEnd;
   }
 }
@@ -144,13 +179,13 @@ int CfgScanner::ScanWord(ZnCfgTokenInfo *info) {
   return kCfgWord;
 }
 
-// The rest of a comment after its "#", up to and including the line feed
-// or the end of the input.
-void CfgScanner::SkipComment(ZnCfgTokenInfo *info) {
-  std::size_t const length = Run(0, [](unsigned char c) { return c != '\n'; });
+// A comment: "#" and everything up to and including the line feed or the
+// end of the input.
+void CfgScanner::SkipComment() {
+  std::size_t const length = Run(1, [](unsigned char c) { return c != '\n'; });
   bool const lineFeed = pcCursor + length != pcEnd;
-  for (std::size_t i = 0; i <= length + lineFeed; ++i) rParser.LexGotCharacter();
-  if (length + lineFeed > 0) Match(length + lineFeed, info);
+  for (std::size_t i = 0; i < length + lineFeed; ++i) rParser.LexGotCharacter();
+  Skip(length + lineFeed);
   if (lineFeed) rParser.LexGotNewLine();
 }
 
@@ -163,17 +198,19 @@ bool CfgScanner::ScanString(ZnCfgTokenInfo *info) {
     std::size_t const plain = Run(0, IsPlainStringByte);
     if (plain > 0) {
       sCollected.append(pcCursor, plain);
-      Match(plain, info);
+      Skip(plain);
       continue;
     }
     char const c = *pcCursor;
-    Match(1, info);
-    if (c == '\\') {
-      eCondition = kCfgInEscape;
-    } else if (c == '"') {
+    if (c == '"') {
+      Match(1, info);
       eCondition = kCfgNormal;
       info->pfsValue = TakeString();
       return true;
+    }
+    Skip(1);
+    if (c == '\\') {
+      eCondition = kCfgInEscape;
     } else {
       // A line feed abandons the string, and the line is not counted.
       eCondition = kCfgNormal;
@@ -191,24 +228,23 @@ void CfgScanner::ScanEscape(ZnCfgTokenInfo *info) {
     std::size_t const length = Run(0, IsOctalDigit);
     unsigned int value = 0;
     for (std::size_t i = 0; i < length; ++i) value = (value * 8 + static_cast<unsigned int>(pcCursor[i] - '0')) & 0xFF;
-    Match(length, info);
+    Skip(length);
     sCollected += static_cast<char>(value);
+    return;
+  }
+  if (c == '\n') {
+    // Not counted as a line; the escape still waits for its character.
+    Match(1, info);
+    eCondition = kCfgInEscape;
+    rParser.LexJammed(info->pszText);
     return;
   }
   // "x" and hexadecimal digits are read from the "x" on, which holds no
   // number: the byte is always 0.
   std::size_t const hex = c == 'x' ? Run(1, IsHexDigit) : 1;
-  Match(hex, info);
-  if (hex > 1) {
-    sCollected += '\0';
-  } else if (c == '\n') {
-    // Not counted as a line; the escape still waits for its character.
-    eCondition = kCfgInEscape;
-    rParser.LexJammed(info->pszText);
-  } else {
-    int const escaped = EscapedByte(c);
-    sCollected += escaped >= 0 ? static_cast<char>(escaped) : c;
-  }
+  Skip(hex);
+  int const escaped = EscapedByte(c);
+  sCollected += hex > 1 ? '\0' : escaped >= 0 ? static_cast<char>(escaped) : c;
 }
 
 ZnString *CfgScanner::TakeString() {

@@ -15,9 +15,8 @@ namespace detail {
 
 class CfgScanner {
  public:
-  /// Scans `size` bytes at `text`, which must be followed by one more
-  /// writable byte; starts in `condition`.
-  CfgScanner(char *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser);
+  /// Scans `size` bytes at `text`, starting in `condition`.
+  CfgScanner(char const *text, std::size_t size, CfgCondition condition, ZnCfgFileParser &parser);
   CfgScanner(CfgScanner const &) = delete;
   CfgScanner &operator=(CfgScanner const &) = delete;
 
@@ -27,9 +26,11 @@ class CfgScanner {
   CfgCondition Condition() const { return eCondition; }
 
  private:
-  /// Reports the match of `length` bytes at the cursor to the parser and
-  /// moves past it.
+  /// Reports the match of `length` bytes at the cursor, the text of a
+  /// token or of a report, to the parser and moves past it.
   void Match(std::size_t length, ZnCfgTokenInfo *info);
+  /// Moves past a match that gives no token: nothing reads its text.
+  void Skip(std::size_t length);
   /// The length of the run of bytes at the cursor that `accept` takes.
   template <typename Accept>
   std::size_t Run(std::size_t from, Accept accept) const;
@@ -39,7 +40,7 @@ class CfgScanner {
   void ScanEscape(ZnCfgTokenInfo *info);
   int ScanWord(ZnCfgTokenInfo *info);
   int ScanNumber(std::size_t length, ZnCfgTokenInfo *info);
-  void SkipComment(ZnCfgTokenInfo *info);
+  void SkipComment();
   /// The collected string as a token value.
   ZnString *TakeString();
   /// A slot for the value of a WORD or STRING token. A value stays valid
@@ -55,8 +56,8 @@ class CfgScanner {
   static constexpr int kTokenStrings = 4;
   static constexpr std::size_t kRecentStrings = 256;
 
-  char *pcCursor;
-  char *pcEnd;
+  char const *pcCursor;
+  char const *pcEnd;
   CfgCondition eCondition;
   ZnCfgFileParser &rParser;
   std::string sCollected;

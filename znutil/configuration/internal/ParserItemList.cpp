@@ -9,7 +9,8 @@ namespace znutil {
 namespace detail {
 namespace {
 
-thread_local ParserItemList *tlCurrentList = nullptr;
+// Initial-exec: one load, no call, on every construction and Release.
+__attribute__((tls_model("initial-exec"))) thread_local ParserItemList *tlCurrentList = nullptr;
 
 }  // namespace
 
