@@ -2,8 +2,10 @@
 // stamps of Flush and Refresh, atomic writes and backups.
 #include <znutil/configuration/ZnCfgFile.h>
 
+#include <atomic>
 #include <filesystem>
 #include <future>
+#include <thread>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -221,6 +223,26 @@ TEST(ZnCfgFileTest, UnwritableFileIsTriedAgainAndNothingBreaks) {
   EXPECT_EQ(0u, file.GetIntegerEntry("A", "B", "all", &value));
   EXPECT_EQ(3, value);
   EXPECT_FALSE(file.Refresh());
+}
+
+TEST(ZnCfgFileTest, ReadersRaceClearSetFlushAndRefresh) {
+  ScratchDirectory scratch;
+  std::string const path = scratch / "app.cfg";
+  LoadedFile file(path, kSample);
+  std::atomic<bool> done{false};
+  std::thread reader([&] {
+    ZnString section("Display"), entry("Title"), machine("all"), text;
+    while (!done.load()) file->GetTextEntry(section, entry, machine, &text);
+  });
+  for (int i = 0; i < 200; ++i) {
+    file->SetTextEntry("Display", "Title", "all", ZnString(i));
+    if (i % 3 == 0) file->Clear();
+    file->Flush();
+    if (i % 7 == 0) WriteFile(path, kSample);
+    file->Refresh();
+  }
+  done.store(true);
+  reader.join();
 }
 
 TEST(ZnCfgFileTest, BackupShiftsFiveGenerations) {

@@ -203,7 +203,10 @@ unsigned long ZnCfgFile::SetEntry(ZnString const &section, ZnString const &entry
 
 unsigned long ZnCfgFile::SetTextEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
                                       ZnString const &value) {
-  return SetEntry(section, entry, machine, new ZnCfgTextData(OwnCopy(value)));
+  // The copy's temporary ends with this statement, before the value is
+  // shared with the tree's readers.
+  ZnCfgData *data = new ZnCfgTextData(OwnCopy(value));
+  return SetEntry(section, entry, machine, data);
 }
 
 unsigned long ZnCfgFile::SetIntegerEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
