@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <climits>
-#include <memory>
 #include <cstdint>
-#include <cstring>
+#include <memory>
 #include <vector>
 
 #include <znutil/concurrency/ZnLock.h>
