@@ -1,13 +1,16 @@
 // znutil cfg: reads, changes, lists and checks configuration files.
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <znutil/configuration/ZnCfgData.h>
 #include <znutil/configuration/ZnCfgEntryList.h>
