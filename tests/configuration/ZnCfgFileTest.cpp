@@ -178,6 +178,8 @@ TEST(ZnCfgFileTest, RefreshReadsOnlyAStrictlyNewerFileAndReplacesAll) {
   std::string const path = scratch / "app.cfg";
   LoadedFile file(path, kSample);
   EXPECT_FALSE(file->Refresh());
+  EXPECT_FALSE(file->Flush());  // nothing changed since the read
+  EXPECT_EQ(kSample, file.Disk());
   timespec const seen = ModifiedTime(path);
   WriteFile(path, "section \"Other\" \"Key\" = \"new\"\n");
   SetModifiedTime(path, seen);
