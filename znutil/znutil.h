@@ -122,6 +122,7 @@
 #include <znutil/configuration/ZnCfgData.h>
 #include <znutil/configuration/ZnCfgEntry.h>
 #include <znutil/configuration/ZnCfgEntryList.h>
+#include <znutil/configuration/ZnCfgFile.h>
 #include <znutil/configuration/ZnCfgFileParser.h>
 #include <znutil/configuration/ZnCfgFileParserItem.h>
 #include <znutil/configuration/ZnCfgFloatData.h>
@@ -131,6 +132,7 @@
 #include <znutil/configuration/ZnCfgSectionList.h>
 #include <znutil/configuration/ZnCfgTextData.h>
 #include <znutil/configuration/ZnCfgTokenInfo.h>
+#include <znutil/configuration/ZnConfiguration.h>
 
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/logging/ZnLoggerFrame.h>

@@ -1,5 +1,6 @@
 // A tour of the znutil library: each section shows one subsystem at work
 // and prints what it did.
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -11,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include <znutil/configuration/internal/ZnCfgManager.h>
 #include <znutil/znutil.h>
 
 // The library's start fills the application identity. Until the tour calls
@@ -393,6 +395,51 @@ void TourLogging() {
   std::filesystem::remove(file);
 }
 
+// Polls `condition` every 20 ms for up to five seconds.
+template <typename Condition>
+bool Within5Seconds(Condition condition) {
+  for (int tries = 0; tries < 250; ++tries) {
+    if (condition()) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  return false;
+}
+
+std::string FileText(std::filesystem::path const &path) {
+  std::ifstream file(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+void TourConfiguration() {
+  std::printf("== Configuration\n");
+  std::filesystem::path const folder = std::filesystem::temp_directory_path() / "znutil-tour-config";
+  std::filesystem::create_directories(folder);
+  setenv("ZNUTIL_SYSTEM_DIR", folder.c_str(), 1);  // the global file goes here too
+  std::filesystem::path const profile = folder / "Tour.cfg";
+  InitializeConfiguration(profile.c_str());
+  {
+    ZnConfiguration settings;
+    settings.SetIntegerEntry(0, "View", "Width", 1024);
+    settings.SetTextEntry(0, "View", "Title", "Tour");
+    std::printf("set View/Width to 1024 and View/Title to \"Tour\" in memory\n");
+    Within5Seconds([&] { return FileText(profile).find("Width") != std::string::npos; });
+    std::printf("after one turn of the configuration thread, %s holds:\n%s", profile.c_str(), FileText(profile).c_str());
+    // An editor's change: a whole new file, later than the one on the disk.
+    std::filesystem::path const edit = folder / "edit.tmp";
+    std::ofstream(edit, std::ios::binary) << "# edited by hand\nsection \"View\"\n\"Width\" = (integer) 1280\n";
+    std::filesystem::last_write_time(edit, std::filesystem::last_write_time(profile) + std::chrono::seconds(1));
+    std::filesystem::rename(edit, profile);
+    int width = 0;
+    Within5Seconds([&] { return settings.GetIntegerEntry(0, "View", "Width", &width) == 0 && width == 1280; });
+    ZnString title;
+    unsigned long const status = settings.GetTextEntry(0, "View", "Title", &title);
+    std::printf("after an edit from outside, View/Width reads %d, and View/Title gives status %lu: the file replaced all\n",
+                width, status);
+  }
+  ShutdownConfiguration();
+  std::filesystem::remove_all(folder);
+}
+
 }  // namespace
 
 int main(int, char **argv) {
@@ -408,5 +455,6 @@ int main(int, char **argv) {
   TourImages(argv[0]);
   TourPaths();
   TourLogging();
+  TourConfiguration();
   return 0;
 }

@@ -24,6 +24,7 @@ constexpr int kExitTrouble = 2;
 /// Prints "znutil COMMAND: message" on standard error and returns kExitTrouble.
 int Complain(char const *command, std::string const &message);
 
+int RunCfg(Arguments const &arguments);
 int RunEnv(Arguments const &arguments);
 int RunGrep(Arguments const &arguments);
 int RunPath(Arguments const &arguments);

@@ -1,5 +1,6 @@
 // znutil: command-line tools over the znutil library.
 //
+//   znutil cfg get|set|list|check FILE ...
 //   znutil grep [-n] [-c] [-v] PATTERN [FILE...]
 //   znutil path expand|search|relative|absolute [--native] ...
 //   znutil version [--set-file-version A.B.C.D] FILE
@@ -26,6 +27,7 @@ namespace {
 using namespace znutil_tool;
 
 Command const kCommands[] = {
+    {"cfg", "get, set, list or check values of a configuration file", RunCfg},
     {"grep", "print the lines that match a regular expression", RunGrep},
     {"path", "expand, search and resolve paths in the library's form", RunPath},
     {"version", "show or stamp the version resource of a Windows executable", RunVersion},

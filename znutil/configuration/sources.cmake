@@ -3,14 +3,18 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnCfgData.cpp
   ZnCfgEntry.cpp
   ZnCfgEntryList.cpp
+  ZnCfgFile.cpp
   ZnCfgFileParser.cpp
   ZnCfgFileParserItem.cpp
   ZnCfgFloatData.cpp
   ZnCfgIntegerData.cpp
+  ZnCfgManager.cpp
   ZnCfgParserBinaryStream.cpp
   ZnCfgSection.cpp
   ZnCfgSectionList.cpp
   ZnCfgTextData.cpp
+  ZnConfiguration.cpp
+  internal/CfgEntryIndex.cpp
   internal/CfgGrammar.cpp
   internal/CfgScanner.cpp
   internal/ParserItemList.cpp)

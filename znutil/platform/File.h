@@ -9,6 +9,7 @@
 #ifndef ZNUTIL_PLATFORM_FILE_H
 #define ZNUTIL_PLATFORM_FILE_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include <znutil/platform/Export.h>
@@ -68,6 +69,15 @@ ZNUTIL_API DWORD GetFileAttributesA(char const *path);
 /// Makes one folder; its parent must exist. False if it cannot be made or
 /// already exists.
 ZNUTIL_API bool CreateDirectoryA(char const *path);
+/// Replaces the whole content of the file at `path` at once: the bytes go
+/// to a new file beside it, which is flushed to the disk and renamed over
+/// the old one, so that a reader sees the old content or the new, never a
+/// part. A symbolic link is written through; an existing file's mode is
+/// kept. The new file is stamped with the wall clock at 100 ns, taken after
+/// the rename. `*writeTime` receives that stamp, or zero when another
+/// writer replaced the file again at once (so that its content is read).
+/// False, and the old file untouched, when it cannot be written.
+bool ReplaceFileContents(char const *path, void const *bytes, std::size_t size, FILETIME *writeTime);
 
 }  // namespace platform
 }  // namespace znutil

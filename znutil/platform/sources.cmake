@@ -12,7 +12,9 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/File.cpp
   linux/FileInformation.cpp
   linux/FileMapping.cpp
+  linux/FileReplace.cpp
   linux/Heap.cpp
+  linux/Host.cpp
   linux/Module.cpp
   linux/ProcessList.cpp
   linux/Random.cpp

@@ -1,0 +1,267 @@
+// ZnCfgFile: status codes, the machine fall-back, conversions, the time
+// stamps of Flush and Refresh, atomic writes and backups.
+#include <znutil/configuration/ZnCfgFile.h>
+
+#include <atomic>
+#include <filesystem>
+#include <future>
+#include <thread>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include "../system/ScratchDirectory.h"
+
+namespace {
+
+using znutil_test::LibraryPath;
+using znutil_test::ReadFile;
+using znutil_test::ScratchDirectory;
+using znutil_test::Text;
+using znutil_test::WriteFile;
+
+constexpr char kSample[] =
+    "section \"Display\"\n"
+    "\"Pattern\" = (binary) x01, x02\n"
+    "\"Scale\" = (float) x66,x66,x3a,x40\n"  // 2.9
+    "\"Title\" = \"12abc\"\n"
+    "\"Width\" = (integer) 1024\n"
+    "section \"Network\"\n"
+    "\"Port\" = (integer) 80\n"
+    "\"Port\" (alpha7) = (integer) 8080\n"
+    "\"ab\" (c) = (integer) 3\n";
+
+// A file object loaded from `text` written at `path`.
+class LoadedFile {
+ public:
+  LoadedFile(std::string const &path, std::string const &text) : path_(WriteFile(path, text)), file_(LibraryPath(path)) {
+    EXPECT_TRUE(file_.Refresh());
+  }
+  ZnCfgFile &operator*() { return file_; }
+  ZnCfgFile *operator->() { return &file_; }
+  std::string Disk() const { return ReadFile(path_); }
+
+ private:
+  std::string path_;
+  ZnCfgFile file_;
+};
+
+timespec ModifiedTime(std::string const &path) {
+  struct stat status;
+  stat(path.c_str(), &status);
+  return status.st_mtim;
+}
+
+void SetModifiedTime(std::string const &path, timespec when) {
+  timespec const times[2] = {when, when};
+  utimensat(AT_FDCWD, path.c_str(), times, 0);
+}
+
+TEST(ZnCfgFileTest, StatusCodesOfGet) {
+  ScratchDirectory scratch;
+  ZnCfgFile empty(LibraryPath(scratch / "none.cfg"));
+  int value = -1;
+  EXPECT_EQ(3u, empty.GetIntegerEntry("Display", "Width", "all", &value));
+  LoadedFile file(scratch / "app.cfg", kSample);
+  EXPECT_EQ(1u, file->GetIntegerEntry("Nothing", "Width", "all", &value));
+  EXPECT_EQ(2u, file->GetIntegerEntry("display", "Depth", "all", &value));
+  EXPECT_EQ(0u, file->GetIntegerEntry("DISPLAY", "width", "beta", &value));
+  EXPECT_EQ(1024, value);
+  ZnString text;
+  float number = 0;
+  EXPECT_EQ(6u, file->GetIntegerEntry("Display", "Pattern", "all", &value));
+  EXPECT_EQ(5u, file->GetTextEntry("Display", "Pattern", "all", &text));
+  EXPECT_EQ(7u, file->GetFloatEntry("Display", "Pattern", "all", &number));
+  EXPECT_EQ(1024, value);  // untouched by the failures
+  // A null result gives 4 and leaves the lock: another thread gets in.
+  EXPECT_EQ(4u, file->GetIntegerEntry("Display", "Width", "all", nullptr));
+  auto other = std::async(std::launch::async, [&] { return file->SetIntegerEntry("Display", "Width", "all", 1); });
+  ASSERT_EQ(std::future_status::ready, other.wait_for(std::chrono::seconds(10)));
+  EXPECT_EQ(0u, other.get());
+}
+
+TEST(ZnCfgFileTest, ConversionsThroughGet) {
+  ScratchDirectory scratch;
+  LoadedFile file(scratch / "app.cfg", kSample);
+  int value = 0;
+  EXPECT_EQ(0u, file->GetIntegerEntry("Display", "Scale", "all", &value));
+  EXPECT_EQ(2, value);
+  EXPECT_EQ(0u, file->GetIntegerEntry("Display", "Title", "all", &value));
+  EXPECT_EQ(12, value);
+  ZnString text;
+  EXPECT_EQ(0u, file->GetTextEntry("Network", "Port", "all", &text));
+  EXPECT_EQ("80", Text(text));
+  ZnBinary bytes;
+  EXPECT_EQ(0u, file->GetBinaryEntry("Display", "Pattern", "all", &bytes));
+  EXPECT_EQ("x01,x02", Text(bytes.Dump(false)));
+  float number = 0;
+  EXPECT_EQ(0u, file->GetFloatEntry("Display", "Width", "all", &number));
+  EXPECT_EQ(1024.0f, number);
+}
+
+TEST(ZnCfgFileTest, MachineFallBackAndItsEffectOnSet) {
+  ScratchDirectory scratch;
+  LoadedFile file(scratch / "app.cfg", kSample);
+  int port = 0;
+  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "alpha7", &port));
+  EXPECT_EQ(8080, port);
+  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "beta", &port));
+  EXPECT_EQ(80, port);
+  // An entry is its name and machine joined: ab on c is a on bc.
+  EXPECT_EQ(0u, file->GetIntegerEntry("NETWORK", "A", "Bc", &port));
+  EXPECT_EQ(3, port);
+  EXPECT_EQ(2u, file->GetIntegerEntry("Network", "a", "b", &port));
+  // A machine with no entry of its own changes the one for all machines.
+  EXPECT_EQ(0u, file->SetIntegerEntry("Network", "Port", "beta", 81));
+  EXPECT_EQ(0u, file->SetIntegerEntry("Network", "Port", "alpha7", 8081));
+  // New entries are always for all machines, whatever machine was given.
+  EXPECT_EQ(0u, file->SetTextEntry("Network", "Host", "beta", "server"));
+  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "alpha7", &port));
+  EXPECT_EQ(8081, port);
+  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "gamma", &port));
+  EXPECT_EQ(81, port);
+  EXPECT_TRUE(file->Flush());
+  EXPECT_EQ(
+      "section \"Display\"\r\n"
+      "\"Pattern\" (all) =(binary) x01,x02\r\n"
+      "\"Scale\" (all) =(float) x66,x66,x3a,x40\r\n"
+      "\"Title\" (all) =(text) \"12abc\"\r\n"
+      "\"Width\" (all) =(integer) 1024\r\n"
+      "\r\n"
+      "section \"Network\"\r\n"
+      "\"ab\" (c) =(integer) 3\r\n"
+      "\"Host\" (all) =(text) \"server\"\r\n"
+      "\"Port\" (all) =(integer) 81\r\n"
+      "\"Port\" (alpha7) =(integer) 8081\r\n"
+      "\r\n",
+      file.Disk());
+}
+
+TEST(ZnCfgFileTest, SetWithoutTreeMakesTreeAndCanChangeType) {
+  ScratchDirectory scratch;
+  ZnCfgFile file(LibraryPath(scratch / "app.cfg"));
+  EXPECT_EQ(0u, file.SetFloatEntry("View", "Zoom", "alpha7", 1.0f));
+  EXPECT_EQ(0u, file.SetBinaryEntry("VIEW", "zoom", "alpha7", ZnBinary(1.5f)));
+  int value = 0;
+  EXPECT_EQ(6u, file.GetIntegerEntry("View", "Zoom", "beta", &value));
+  EXPECT_TRUE(file.Flush());
+  EXPECT_EQ("section \"View\"\r\n\"Zoom\" (all) =(binary) x00,x00,xc0,x3f\r\n\r\n", ReadFile(scratch / "app.cfg"));
+  file.Clear();
+  EXPECT_EQ(3u, file.GetIntegerEntry("View", "Zoom", "all", &value));
+  EXPECT_TRUE(file.Flush());
+  EXPECT_EQ("", ReadFile(scratch / "app.cfg"));
+}
+
+TEST(ZnCfgFileTest, FlushWritesOnlyWhatIsNewerOrMissing) {
+  ScratchDirectory scratch;
+  std::string const path = scratch / "app.cfg";
+  ZnCfgFile file(LibraryPath(path));
+  EXPECT_TRUE(file.Flush());  // missing: written, even empty
+  EXPECT_TRUE(std::filesystem::exists(path));
+  EXPECT_FALSE(file.Flush());    // no change since
+  EXPECT_FALSE(file.Refresh());  // its own write is not read back
+  file.SetIntegerEntry("A", "B", "all", 1);
+  // A file stamped ahead of this computer's clock keeps the change back.
+  SetModifiedTime(path, timespec{ModifiedTime(path).tv_sec + 3600, 0});
+  EXPECT_FALSE(file.Flush());
+  EXPECT_EQ("", ReadFile(path));
+  SetModifiedTime(path, timespec{ModifiedTime(path).tv_sec - 7200, 0});
+  EXPECT_TRUE(file.Flush());
+  EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 1\r\n\r\n", ReadFile(path));
+  // Nothing but the file is left in the folder.
+  EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(scratch.Path()), {}));
+}
+
+TEST(ZnCfgFileTest, RefreshReadsOnlyAStrictlyNewerFileAndReplacesAll) {
+  ScratchDirectory scratch;
+  std::string const path = scratch / "app.cfg";
+  LoadedFile file(path, kSample);
+  EXPECT_FALSE(file->Refresh());
+  EXPECT_FALSE(file->Flush());  // nothing changed since the read
+  EXPECT_EQ(kSample, file.Disk());
+  timespec const seen = ModifiedTime(path);
+  WriteFile(path, "section \"Other\" \"Key\" = \"new\"\n");
+  SetModifiedTime(path, seen);
+  EXPECT_FALSE(file->Refresh());  // equal times: the file is taken as read
+  SetModifiedTime(path, timespec{seen.tv_sec, seen.tv_nsec + 100});
+  EXPECT_TRUE(file->Refresh());
+  int value = 0;
+  EXPECT_EQ(1u, file->GetIntegerEntry("Display", "Width", "all", &value));
+  ZnString text;
+  EXPECT_EQ(0u, file->GetTextEntry("Other", "Key", "all", &text));
+  EXPECT_EQ("new", Text(text));
+  // A broken file leaves no tree, and is not read again.
+  WriteFile(path, "section \"Broken\" \"Key\" =\n");
+  SetModifiedTime(path, timespec{seen.tv_sec + 1, 0});
+  EXPECT_TRUE(file->Refresh());
+  EXPECT_EQ(3u, file->GetTextEntry("Other", "Key", "all", &text));
+  EXPECT_FALSE(file->Refresh());
+}
+
+TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughALink) {
+  ScratchDirectory scratch;
+  std::string const target = WriteFile(scratch / "real.cfg", "");
+  std::filesystem::permissions(target, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  std::filesystem::create_symlink(target, scratch / "link.cfg");
+  ZnCfgFile file(LibraryPath(scratch / "link.cfg"));
+  file.SetIntegerEntry("A", "B", "all", 2);
+  EXPECT_TRUE(file.Flush());
+  EXPECT_TRUE(std::filesystem::is_symlink(scratch / "link.cfg"));
+  EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 2\r\n\r\n", ReadFile(target));
+  EXPECT_EQ(std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
+            std::filesystem::status(target).permissions());
+}
+
+TEST(ZnCfgFileTest, UnwritableFileIsTriedAgainAndNothingBreaks) {
+  ScratchDirectory scratch;
+  WriteFile(scratch / "plain", "");
+  ZnCfgFile file(LibraryPath(scratch / "plain/app.cfg"));  // a file is no folder
+  EXPECT_TRUE(file.Flush());
+  file.SetIntegerEntry("A", "B", "all", 3);
+  EXPECT_TRUE(file.Flush());
+  EXPECT_TRUE(file.Flush());
+  int value = 0;
+  EXPECT_EQ(0u, file.GetIntegerEntry("A", "B", "all", &value));
+  EXPECT_EQ(3, value);
+  EXPECT_FALSE(file.Refresh());
+}
+
+TEST(ZnCfgFileTest, ReadersRaceClearSetFlushAndRefresh) {
+  ScratchDirectory scratch;
+  std::string const path = scratch / "app.cfg";
+  LoadedFile file(path, kSample);
+  std::atomic<bool> done{false};
+  std::thread reader([&] {
+    ZnString section("Display"), entry("Title"), machine("all"), text;
+    while (!done.load()) file->GetTextEntry(section, entry, machine, &text);
+  });
+  for (int i = 0; i < 200; ++i) {
+    file->SetTextEntry("Display", "Title", "all", ZnString(i));
+    if (i % 3 == 0) file->Clear();
+    file->Flush();
+    if (i % 7 == 0) WriteFile(path, kSample);
+    file->Refresh();
+  }
+  done.store(true);
+  reader.join();
+}
+
+TEST(ZnCfgFileTest, BackupShiftsFiveGenerations) {
+  ScratchDirectory scratch;
+  std::string const path = scratch / "App.cfg";
+  ZnCfgFile file(LibraryPath(path));
+  WriteFile(path, "0");
+  EXPECT_TRUE(file.Backup());  // no earlier generations: only .1
+  EXPECT_EQ("0", ReadFile(path + ".1"));
+  EXPECT_FALSE(std::filesystem::exists(path + ".2"));
+  for (char generation = '1'; generation <= '6'; ++generation) {
+    WriteFile(path, std::string(1, generation));
+    file.Backup();
+  }
+  EXPECT_EQ("6", ReadFile(path + ".1"));
+  EXPECT_EQ("2", ReadFile(path + ".5"));
+  EXPECT_FALSE(std::filesystem::exists(path + ".6"));
+}
+
+}  // namespace
