@@ -30,7 +30,7 @@ TEST(UtilityAppPathsTest, ExpandsTokensAndFoldsRelativeParts) {
       {"\\p%%q", "\\pq"},                       // an empty token gives nothing
       {"\\p%NoSuchName%q", "\\pq"},
       {"\\%a%%APPVERSION%%b%", "\\Tesserae_2.13"},
-      {"%PLUGINDIR%\\x", "\\x"},
+      {"%PLUGINDIR%\\x", "\\PLUGINS\\x"},  // the PLUGINS folder under a start-up folder not yet known
       // An unclosed mark cuts the rest and leaves the relative parts.
       {"a\\%STARTUPDIR", "a\\"},
       {"\\x\\..\\%APPVERSION%\\%y", "\\x\\..\\Tesserae_2.13\\"},

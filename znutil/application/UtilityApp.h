@@ -19,8 +19,56 @@ class IdentityStart;
 }  // namespace detail
 }  // namespace znutil
 
+class ZnBinary;
+class ZnStringList;
+
+/// Starts the library: identity, the configuration manager with both files
+/// read, the process list and, unless `noUserInterface`, the logger (with
+/// `logWindowTitle` suggested when it is not empty). Only the first call
+/// between two stops does anything; the arguments of later calls are ignored.
+/// Always true.
+ZNUTIL_API bool InitializeUtilityLibrary(ZnString const &logWindowTitle, ZnString const &configFilePath,
+                                         bool noUserInterface);
+/// Stops the logger, then the configuration (both files flushed); no library
+/// thread runs afterwards. Nothing without a start. Always true.
+ZNUTIL_API bool ShutdownUtilityLibrary();
+
 class ZNUTIL_API UtilityApp {
  public:
+  UtilityApp() {}
+  // Profile (the application's file) and global (the computer's file)
+  // settings. A read gives the default on any failure, a wrong type
+  // included; a write changes memory and is false only when the library is
+  // not started. Bools are stored as the integers 1 and 0.
+
+  bool GetProfileBool(ZnString const &section, ZnString const &entry, bool byDefault) const;
+  int GetProfileIntA(ZnString const &section, ZnString const &entry, int byDefault) const;
+  ZnString GetProfileStringA(ZnString const &section, ZnString const &entry, ZnString const &byDefault) const;
+  float GetProfileFloat(ZnString const &section, ZnString const &entry, float byDefault) const;
+  /// True with `result` set, or false with `result` untouched.
+  bool GetProfileBinary(ZnString const &section, ZnString const &entry, ZnBinary *result) const;
+  bool WriteProfileBool(ZnString const &section, ZnString const &entry, bool value) const;
+  bool WriteProfileInt(ZnString const &section, ZnString const &entry, int value) const;
+  bool WriteProfileStringA(ZnString const &section, ZnString const &entry, ZnString const &value) const;
+  bool WriteProfileFloat(ZnString const &section, ZnString const &entry, float value) const;
+  bool WriteProfileBinary(ZnString const &section, ZnString const &entry, ZnBinary const &value) const;
+
+  bool GetGlobalBool(ZnString const &section, ZnString const &entry, bool byDefault) const;
+  int GetGlobalInt(ZnString const &section, ZnString const &entry, int byDefault) const;
+  ZnString GetGlobalString(ZnString const &section, ZnString const &entry, ZnString const &byDefault) const;
+  float GetGlobalFloat(ZnString const &section, ZnString const &entry, float byDefault) const;
+  /// True with `result` set, or false with `result` untouched.
+  bool GetGlobalBinary(ZnString const &section, ZnString const &entry, ZnBinary *result) const;
+  bool WriteGlobalBool(ZnString const &section, ZnString const &entry, bool value) const;
+  bool WriteGlobalInt(ZnString const &section, ZnString const &entry, int value) const;
+  bool WriteGlobalString(ZnString const &section, ZnString const &entry, ZnString const &value) const;
+  bool WriteGlobalFloat(ZnString const &section, ZnString const &entry, float value) const;
+  bool WriteGlobalBinary(ZnString const &section, ZnString const &entry, ZnBinary const &value) const;
+
+  /// Writes both files now, on the calling thread, instead of on the
+  /// manager's next turn.
+  void Flush() const;
+
   // Application identity.
 
   /// The running executable's base name, with no folder and no extension.
@@ -43,8 +91,25 @@ class ZNUTIL_API UtilityApp {
   /// path deletes it. A name that a built-in token has is stored but never
   /// used; an empty name is ignored. Not thread-safe: call it at start-up.
   static void SetPath(ZnString const &name, ZnString const &path);
-  /// The first plug-in directory; empty for now.
+
+  // Plug-in search path.
+
+  /// Fills `list` with the folders in which to look for plug-ins, each
+  /// through ParsePath; true when there is at least one. The sources are
+  /// tried in the order of the variable PLUGINS_ORDER (words "env", "reg",
+  /// "dir", separated by ","; default env,reg,dir) until one has text:
+  /// env is the variable PLUGINS, reg the entry PLUGINS of section PATHS
+  /// of the profile, then of the global file, dir the folder PLUGINS under
+  /// the start-up directory. Items are separated by ";"; empty ones are
+  /// dropped. Bad words are logged and skipped.
+  static bool PluginPath(ZnStringList *list);
+  /// The first folder of PluginPath, or empty when there is none. Inside a
+  /// plug-in path, %PLUGINDIR% expands to nothing.
   static ZnString PluginDirectory();
+  /// From now on PluginPath gives `path` (split at ";") and consults no
+  /// other source. Nothing clears the override.
+  static void SetPluginDirectory(ZnString const &path);
+
   // Per-thread OLE set-up.
 
   /// The platform's OleInitialize result on the thread's first call; 1 on
@@ -59,7 +124,8 @@ class ZNUTIL_API UtilityApp {
  private:
   // Tests run the start-up steps of the identity through this class.
   friend class UtilityAppTestAccess;
-  // The library's own programs run the identity steps through this one.
+  // The library's start and its own programs run the identity steps
+  // through this one.
   friend class znutil::detail::IdentityStart;
 
   /// Fills fsAppName from the executable's path.
@@ -70,6 +136,8 @@ class ZNUTIL_API UtilityApp {
   static ZnString fsAppName;
   static ZnString fsProgramStartupDirectory;
   static HINSTANCE hLibInstance;
+  static ZnString fsLastSuccessfulPluginDir;
+  static bool bOverrideOnPluginPath;
 };
 
 #endif  // ZNUTIL_APPLICATION_UTILITYAPP_H

@@ -67,6 +67,3 @@ void UtilityApp::SetPath(ZnString const &name, ZnString const &path) {
     NamePathPairs().Add(new ZnNamePathPair(name, path));
   }
 }
-
-// Stands until the plug-in search path exists.
-ZnString UtilityApp::PluginDirectory() { return ZnString(); }

@@ -1,7 +1,10 @@
 set(ZNUTIL_SUBSYSTEM_SOURCES
   UtilityAppIdentity.cpp
+  UtilityAppLifetime.cpp
   UtilityAppOle.cpp
   UtilityAppPaths.cpp
+  UtilityAppPlugins.cpp
+  UtilityAppSettings.cpp
   ZnEnvVariable.cpp
   ZnPathSearch.cpp
   ZnRegVariable.cpp)

@@ -260,6 +260,10 @@ class ZNUTIL_API ZnString {
   ZnString ToPath() const;
   /// String `id` of `instance`; false leaves this the null string.
   bool LoadStringA(void *instance, unsigned int id);
+  /// Takes the value of the variable `name`: the environment first (set but
+  /// empty counts as unset), then the entry `name` of the profile's section
+  /// "PATHS". False, with this string unchanged, when neither has a value.
+  bool GetVariable(ZnString const &name);
 
   // Formatting.
 

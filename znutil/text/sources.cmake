@@ -10,7 +10,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   ZnStringSearch.cpp
   ZnStringStream.cpp
   ZnStringTokenizerCallBack.cpp
-  ZnStringVariant.cpp
+  ZnStringBridges.cpp
   ZnStrStack.cpp
   ZnStringHeap.cpp
   ZnStringList.cpp

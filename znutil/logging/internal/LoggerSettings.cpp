@@ -1,4 +1,6 @@
-// Until the settings keep them: no saved flags, and the start-up folder.
+// The logger's flags live in the profile, section "Logger Options", entry
+// "Flags"; the variable LOGDIR, when set, replaces the start-up folder as the
+// first place of the log file.
 #include <znutil/logging/internal/LoggerSettings.h>
 
 #include <znutil/application/UtilityApp.h>
@@ -6,12 +8,23 @@
 namespace znutil {
 namespace detail {
 
-int LoadSavedLoggerFlags() { return 0; }
+namespace {
 
-void SaveLoggerFlags(int) {}
+char const kSection[] = "Logger Options";
+char const kEntry[] = "Flags";
+
+}  // namespace
+
+int LoadSavedLoggerFlags() { return UtilityApp().GetProfileIntA(kSection, kEntry, 0); }
+
+void SaveLoggerFlags(int flags) { UtilityApp().WriteProfileInt(kSection, kEntry, flags); }
 
 // A copy of its own: the logger thread reads it while others may copy the original.
-ZnString LoggerDirectory() { return ZnString(UtilityApp::StartupDir().Chars()); }
+ZnString LoggerDirectory() {
+  ZnString folder(UtilityApp::StartupDir().Chars());
+  folder.GetVariable("LOGDIR");
+  return folder;
+}
 
 }  // namespace detail
 }  // namespace znutil

@@ -1,0 +1,88 @@
+// The whole library as an application uses it: start with a profile, the
+// global file in its own folder and a log folder; log from several threads;
+// settings of every type; paths; plug-in folders; stop, start again, and
+// check what reached the disk.
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <znutil/logging/ZnLogger.h>
+#include <znutil/text/ZnStringList.h>
+#include <znutil/values/ZnBinary.h>
+
+#include "LibraryFixture.h"
+
+namespace znutil_test {
+namespace {
+
+constexpr int kThreads = 4;
+constexpr int kMessages = 50;
+
+void LogFromThreads() {
+  std::vector<std::thread> threads;
+  for (int t = 0; t < kThreads; ++t) {
+    threads.emplace_back([t] {
+      for (int m = 0; m < kMessages; ++m) {
+        ZnString text;
+        text.Format("thread %d message %d", t, m);
+        ZnLogger::Log(ZnLogger::kInformation, "EndToEnd", "Threads", text);
+      }
+    });
+  }
+  for (std::thread &thread : threads) thread.join();
+}
+
+void WriteEveryType(UtilityApp const &app) {
+  app.WriteProfileBool("All", "Bool", true);
+  app.WriteProfileInt("All", "Int", -42);
+  app.WriteProfileStringA("All", "Text", "Main \"view\"");
+  app.WriteProfileFloat("All", "Float", 1.0f);
+  unsigned char const bytes[] = {1, 2, 0xff};
+  ZnBinary pattern;
+  pattern.Store(bytes, 3);
+  app.WriteProfileBinary("All", "Binary", pattern);
+  app.WriteGlobalInt("Shared", "Count", 3);
+}
+
+void ExpectEveryType(UtilityApp const &app) {
+  EXPECT_TRUE(app.GetProfileBool("All", "Bool", false));
+  EXPECT_EQ(app.GetProfileIntA("All", "Int", 0), -42);
+  EXPECT_EQ(Text(app.GetProfileStringA("All", "Text", "")), "Main \"view\"");
+  EXPECT_EQ(app.GetProfileFloat("All", "Float", 0), 1.0f);
+  ZnBinary pattern;
+  EXPECT_TRUE(app.GetProfileBinary("All", "Binary", &pattern));
+  EXPECT_EQ(pattern.Size(), 3u);
+  EXPECT_EQ(app.GetGlobalInt("Shared", "Count", 0), 3);
+}
+
+TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
+  Start(false);
+  LogFromThreads();
+  WriteEveryType(app_);
+  ExpectEveryType(app_);
+  UtilityApp::SetPath("Data", (scratch_.Path() + "/data").c_str());
+  EXPECT_EQ(Text(UtilityApp::ParsePath("%data%\\x\\..\\file.txt")), Backslashed(scratch_ / "data/file.txt"));
+  EXPECT_EQ(Text(UtilityApp::PluginDirectory()), Text(UtilityApp::StartupDir()) + "\\PLUGINS");
+  ShutdownUtilityLibrary();
+
+  std::string const log = ReadFile(LogFile());
+  EXPECT_EQ(Count(log, "  Information  EndToEnd  Threads\n"), kThreads * kMessages);
+  EXPECT_EQ(Count(log, "\tthread 3 message 49\n"), 1);
+  std::string const profile = ReadFile(Profile());
+  EXPECT_NE(profile.find("section \"All\"\r\n\"Binary\" (all) =(binary) x01,x02,xff\r\n"
+                         "\"Bool\" (all) =(integer) 1\r\n\"Float\" (all) =(float) x00,x00,x80,x3f\r\n"),
+            std::string::npos)
+      << profile;
+  EXPECT_NE(ReadFile(Global()).find("\"Count\" (all) =(integer) 3\r\n"), std::string::npos);
+
+  Start(false);
+  ExpectEveryType(app_);
+  ShutdownUtilityLibrary();
+  // The second start kept the first run's files as generation 1.
+  EXPECT_EQ(ReadFile(Profile() + ".1"), profile);
+  EXPECT_TRUE(std::filesystem::exists(Global() + ".1"));
+  UtilityApp::SetPath("Data", "");
+}
+
+}  // namespace
+}  // namespace znutil_test

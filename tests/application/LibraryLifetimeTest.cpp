@@ -1,0 +1,146 @@
+// The library's start and stop, the settings, GetVariable and the logger's
+// own settings, through the interface an application uses.
+#include <cstdlib>
+#include <string>
+
+#include <znutil/logging/ZnLogger.h>
+#include <znutil/platform/UserInterface.h>
+#include <znutil/values/ZnBinary.h>
+
+#include "LibraryFixture.h"
+
+namespace znutil_test {
+namespace {
+
+// Every read gives its default and every write fails.
+void ExpectNoSettings(UtilityApp const &app) {
+  ZnBinary binary(7);
+  EXPECT_EQ(app.GetProfileIntA("View", "Width", 640), 640);
+  EXPECT_TRUE(app.GetProfileBool("View", "Shown", true));
+  EXPECT_EQ(Text(app.GetProfileStringA("View", "Name", "none")), "none");
+  EXPECT_EQ(app.GetGlobalFloat("View", "Scale", 1.5f), 1.5f);
+  EXPECT_FALSE(app.GetGlobalBinary("View", "Pattern", &binary));
+  EXPECT_TRUE(binary == ZnBinary(7));
+  EXPECT_FALSE(app.WriteProfileInt("View", "Width", 1));
+  EXPECT_FALSE(app.WriteGlobalString("View", "Name", "x"));
+}
+
+TEST_F(LibraryTest, SettingsExistOnlyBetweenStartAndStop) {
+  ExpectNoSettings(app_);
+  EXPECT_TRUE(ShutdownUtilityLibrary());  // a stop without a start does nothing
+  Start();
+  EXPECT_TRUE(app_.WriteProfileInt("View", "Width", 1024));
+  EXPECT_EQ(app_.GetProfileIntA("View", "Width", 640), 1024);
+  EXPECT_TRUE(ShutdownUtilityLibrary());
+  ExpectNoSettings(app_);
+}
+
+TEST_F(LibraryTest, StartStopStartReadsTheFilesAgainAndASecondStartChangesNothing) {
+  WriteFile(Profile(), "section \"View\"\n\"Width\" = (integer) 800\n");
+  Start();
+  EXPECT_EQ(app_.GetProfileIntA("View", "Width", 0), 800);
+  // A second start with another profile is ignored.
+  EXPECT_TRUE(InitializeUtilityLibrary("", (scratch_ / "other.cfg").c_str(), true));
+  EXPECT_EQ(app_.GetProfileIntA("View", "Width", 0), 800);
+  EXPECT_TRUE(app_.WriteProfileStringA("View", "Name", "main"));
+  ShutdownUtilityLibrary();
+  // The stop wrote the change, and both files exist.
+  EXPECT_NE(ReadFile(Profile()).find("\"Name\" (all) =(text) \"main\"\r\n"), std::string::npos);
+  EXPECT_TRUE(std::filesystem::exists(Global()));
+  EXPECT_FALSE(std::filesystem::exists(scratch_ / "other.cfg"));
+
+  WriteFile(Profile(), "section \"View\"\n\"Width\" = (integer) 900\n");
+  for (int run = 0; run < 3; ++run) {
+    Start();
+    EXPECT_EQ(app_.GetProfileIntA("View", "Width", 0), 900);
+    EXPECT_EQ(Text(app_.GetProfileStringA("View", "Name", "gone")), "gone");  // the file replaced the tree
+    ShutdownUtilityLibrary();
+  }
+  // Each start kept the earlier generation.
+  EXPECT_TRUE(std::filesystem::exists(Profile() + ".3"));
+}
+
+TEST_F(LibraryTest, SettingsConvertBetweenTypesAndKeepTheFilesApart) {
+  Start();
+  app_.WriteProfileFloat("Convert", "Float", 2.9f);
+  EXPECT_EQ(app_.GetProfileIntA("Convert", "Float", 0), 2);
+  app_.WriteProfileStringA("Convert", "Text", "12");
+  EXPECT_EQ(app_.GetProfileIntA("Convert", "Text", 0), 12);
+  app_.WriteProfileStringA("Convert", "True", "true");
+  EXPECT_FALSE(app_.GetProfileBool("Convert", "True", true));  // atoi("true") is 0
+  app_.WriteProfileBinary("Convert", "Binary", ZnBinary(5));
+  EXPECT_EQ(app_.GetProfileIntA("Convert", "Binary", -1), -1);  // binary converts to nothing
+  ZnBinary binary;
+  EXPECT_TRUE(app_.GetProfileBinary("Convert", "Binary", &binary));
+  EXPECT_TRUE(binary == ZnBinary(5));
+  app_.WriteProfileBool("Convert", "Bool", true);
+  EXPECT_EQ(app_.GetProfileIntA("Convert", "Bool", 0), 1);
+  EXPECT_EQ(Text(app_.GetProfileStringA("Convert", "Bool", "")), "1");
+  // Nothing falls back from one file to the other.
+  app_.WriteGlobalInt("Convert", "Global", 7);
+  EXPECT_EQ(app_.GetProfileIntA("Convert", "Global", 0), 0);
+  EXPECT_EQ(app_.GetGlobalInt("Convert", "Global", 0), 7);
+  EXPECT_FALSE(app_.GetGlobalBool("Convert", "Bool", false));
+}
+
+TEST_F(LibraryTest, ASettingWrittenInOneRunIsReadInAChildProcess) {
+  Start();
+  app_.WriteProfileFloat("Run", "Scale", 0.25f);
+  app_.Flush();
+  ShutdownUtilityLibrary();
+  EXPECT_EXIT(
+      {
+        InitializeUtilityLibrary("", Profile().c_str(), true);
+        float const scale = UtilityApp().GetProfileFloat("Run", "Scale", 0);
+        ShutdownUtilityLibrary();
+        std::exit(scale == 0.25f ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(LibraryTest, GetVariableTriesTheEnvironmentThenThePathsSection) {
+  Start();
+  app_.WriteProfileStringA("PATHS", "ZNTEST_DATA", "from profile");
+  ZnString value("unchanged");
+  setenv("ZNTEST_DATA", "from environment", 1);
+  EXPECT_TRUE(value.GetVariable("ZNTEST_DATA"));
+  EXPECT_EQ(Text(value), "from environment");
+  setenv("ZNTEST_DATA", "", 1);  // set but empty counts as unset
+  EXPECT_TRUE(value.GetVariable("ZNTEST_DATA"));
+  EXPECT_EQ(Text(value), "from profile");
+  unsetenv("ZNTEST_DATA");
+  value = "unchanged";
+  EXPECT_FALSE(value.GetVariable("ZNTEST_NOWHERE"));
+  EXPECT_EQ(Text(value), "unchanged");
+}
+
+TEST_F(LibraryTest, OnlyAStartWithAUserInterfaceBringsUpTheLogger) {
+  unsigned long const controls = znutil::platform::CountUserInterfaceCalls().initCommonControls;
+  Start(true);
+  EXPECT_FALSE(ZnLogger::IsInitialized());
+  EXPECT_EQ(znutil::platform::CountUserInterfaceCalls().initCommonControls, controls);
+  ShutdownUtilityLibrary();
+
+  Start(false);
+  EXPECT_TRUE(ZnLogger::IsInitialized());
+  EXPECT_EQ(znutil::platform::CountUserInterfaceCalls().initCommonControls, controls + 1);
+  EXPECT_TRUE(WaitFor([] { return Text(Frame().fsTitle) == "Test Log"; }));
+  ZnLogger::Log(ZnLogger::kWarning, "Lifetime", "Test", "into LOGDIR");
+  ShutdownUtilityLibrary();
+  EXPECT_FALSE(ZnLogger::IsInitialized());
+  EXPECT_EQ(Count(ReadFile(LogFile()), "\tinto LOGDIR\n"), 1);  // nothing lost at the stop
+}
+
+TEST_F(LibraryTest, TheLoggerKeepsTheHighBitsOfItsFlagsFromRunToRun) {
+  WriteFile(Profile(), "section \"Logger Options\"\n\"Flags\" = (integer) 65541\n");  // 0x10005
+  Start(false);
+  EXPECT_EQ(ZnLogger::GetFlags(), ZnLogger::kQuiet);
+  ZnLogger::SetFlags(ZnLogger::kLoud);
+  ZnLogger::ClearFlags(ZnLogger::kQuiet);
+  ShutdownUtilityLibrary();
+  EXPECT_NE(ReadFile(Profile()).find("\"Flags\" (all) =(integer) 131072\r\n"), std::string::npos);
+  ZnLogger::ClearFlags(ZnLogger::kLoud);
+}
+
+}  // namespace
+}  // namespace znutil_test

@@ -1,6 +1,0 @@
-// The bridge from variants to strings.
-#include <znutil/text/ZnString.h>
-
-#include <znutil/values/ZnVariant.h>
-
-ZnString::ZnString(ZnVariant const &value) : ZnString(value.ToString()) {}
