@@ -90,8 +90,9 @@ unsigned long ZnCfgFile::LookupSectionAndEntry(ZnString const &section, ZnString
 // The entry of `machine`, else the one for all machines, by the index.
 ZnCfgEntry *ZnCfgFile::FindIndexedEntry(CfgKey const &sectionKey, ZnString const &entry, ZnString const &machine,
                                         ZnCfgData **data) const {
-  ZnCfgEntry *found = pIndex->FindEntry(CfgKey::OfEntry(sectionKey, entry, machine.Chars()), data);
-  return found != nullptr ? found : pIndex->FindEntry(CfgKey::OfEntry(sectionKey, entry, kAllMachines), data);
+  CfgKey const ofName = CfgKey::OfName(sectionKey, entry);
+  ZnCfgEntry *found = pIndex->FindEntry(CfgKey::WithMachine(ofName, entry, machine.Chars()), data);
+  return found != nullptr ? found : pIndex->FindEntry(CfgKey::WithMachine(ofName, entry, kAllMachines), data);
 }
 
 // The lookup of a read: as LookupSectionAndEntry, giving the value only,

@@ -43,6 +43,10 @@ char const *MachinePart(ZnString const &name, char const *machine) {
   return std::strlen(name.Chars()) == static_cast<std::size_t>(name.Length()) ? machine : "";
 }
 
+// The home slot: the low bits of an FNV product depend on the low bits of
+// the text alone, so the slot is taken from the mixed high bits.
+std::size_t Home(CfgKey const &key) { return static_cast<std::size_t>(((key.uFirst ^ (key.uFirst >> 32)) * kGolden) >> 32); }
+
 constexpr std::size_t kFirstSize = 64;
 // Eight filter bits per slot: about 16 per key, few false hits.
 constexpr std::size_t kFilterBitsPerSlot = 8;
@@ -52,7 +56,15 @@ constexpr std::size_t kFilterBitsPerSlot = 8;
 CfgKey CfgKey::OfSection(ZnString const &name) { return HashFolded(CfgKey{kFnvOffset, 0}, name.Chars()); }
 
 CfgKey CfgKey::OfEntry(CfgKey const &section, ZnString const &name, char const *machine) {
-  return HashFolded(HashFolded(Separate(section), name.Chars()), MachinePart(name, machine));
+  return WithMachine(OfName(section, name), name, machine);
+}
+
+CfgKey CfgKey::OfName(CfgKey const &section, ZnString const &name) {
+  return HashFolded(Separate(section), name.Chars());
+}
+
+CfgKey CfgKey::WithMachine(CfgKey const &ofName, ZnString const &name, char const *machine) {
+  return HashFolded(ofName, MachinePart(name, machine));
 }
 
 void CfgEntryIndex::Rebuild(ZnCfgSectionList const *sections) {
@@ -100,7 +112,7 @@ ZnCfgEntry *CfgEntryIndex::FindEntry(CfgKey const &key, ZnCfgData **data) const 
 CfgEntryIndex::Slot const *CfgEntryIndex::Find(CfgKey const &key) const {
   if (vecSlots.empty() || !MayHold(key)) return nullptr;
   std::size_t const mask = vecSlots.size() - 1;
-  for (std::size_t at = key.uFirst & mask;; at = (at + 1) & mask) {
+  for (std::size_t at = Home(key) & mask;; at = (at + 1) & mask) {
     Slot const &slot = vecSlots[at];
     if (slot.pObject == nullptr) return nullptr;
     if (slot.key == key) return &slot;
@@ -119,7 +131,7 @@ void CfgEntryIndex::Insert(CfgKey const &key, void *object, ZnCfgData *data) {
   std::size_t const bit = FilterBit(key);
   vecFilter[bit / 64] |= std::uint64_t{1} << (bit % 64);
   std::size_t const mask = vecSlots.size() - 1;
-  for (std::size_t at = key.uFirst & mask;; at = (at + 1) & mask) {
+  for (std::size_t at = Home(key) & mask;; at = (at + 1) & mask) {
     Slot &slot = vecSlots[at];
     if (slot.pObject == nullptr) {
       slot = Slot{key, object, data};

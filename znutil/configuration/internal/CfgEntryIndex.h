@@ -35,6 +35,10 @@ struct CfgKey {
   static CfgKey OfSection(ZnString const &name);
   /// The key of an entry of the section of key `section`.
   static CfgKey OfEntry(CfgKey const &section, ZnString const &name, char const *machine);
+  /// The key of an entry's name alone: OfEntry is OfName, then WithMachine,
+  /// so that one name can be tried with several machines.
+  static CfgKey OfName(CfgKey const &section, ZnString const &name);
+  static CfgKey WithMachine(CfgKey const &ofName, ZnString const &name, char const *machine);
   bool operator==(CfgKey const &other) const { return uFirst == other.uFirst && uSecond == other.uSecond; }
 };
 
