@@ -12,19 +12,7 @@
 #include <string>
 #include <thread>
 
-#include <znutil/configuration/internal/ZnCfgManager.h>
 #include <znutil/znutil.h>
-
-// The library's start fills the application identity. Until the tour calls
-// that start, it runs the two identity steps itself through the class that
-// UtilityApp lets its tests use.
-class UtilityAppTestAccess {
- public:
-  static void Start() {
-    UtilityApp::InitAppName();
-    UtilityApp::InitStartupDirectory();
-  }
-};
 
 namespace {
 
@@ -357,8 +345,6 @@ void TourPaths() {
               ZnGetDriveFromPath(tool).Chars(), ZnGetDirectoryFromPath(tool).Chars(),
               ZnGetBaseFileFromPath(tool).Chars(), ZnGetExtensionFromPath(tool).Chars());
 
-  std::printf("before the start, this program's name is \"%s\"\n", UtilityApp::AppName().Chars());
-  UtilityAppTestAccess::Start();
   std::printf("this program is \"%s\" in %s; the library is loaded at %p\n", UtilityApp::AppName().Chars(),
               UtilityApp::StartupDir().Chars(), UtilityApp::LibInstance());
   ZnDirectory folder;
@@ -371,8 +357,8 @@ void TourPaths() {
   }
 }
 
-// Two threads log; Shutdown writes everything to "<app>.log" in the start-up
-// folder, which the tour prints and then removes.
+// Two threads log; the library's stop writes everything to "<app>.log" in
+// the folder that LOGDIR names, which the tour prints at its end.
 void TourLogging() {
   std::printf("== Logging\n");
   auto worker = [](char const *source) {
@@ -386,13 +372,7 @@ void TourLogging() {
   second.join();
   ZnString const a("a warning of two lines,"), b("the second line");
   ZnLogger::Log(ZnLogger::kWarning, ZnString("main"), ZnString("Tour"), &a, &b, nullptr);
-  ZnLogger::Shutdown();
-  std::string const log = (UtilityApp::StartupDir() ^ (UtilityApp::AppName() + ZnString(".log"))).Chars();
-  std::string file = log;
-  for (char &c : file) c = c == '\\' ? '/' : c;
-  std::ifstream in(file, std::ios::binary);
-  std::printf("%s holds:\n%s", log.c_str(), std::string(std::istreambuf_iterator<char>(in), {}).c_str());
-  std::filesystem::remove(file);
+  std::printf("logged five messages from three threads; the log file follows at the end\n");
 }
 
 // Polls `condition` every 20 ms for up to five seconds.
@@ -410,39 +390,39 @@ std::string FileText(std::filesystem::path const &path) {
   return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
-void TourConfiguration() {
+// The profile lives in the tour's own folder, so a setting lasts from one
+// run of the tour to the next; the global file shows an edit from outside.
+void TourConfiguration(std::filesystem::path const &folder) {
   std::printf("== Configuration\n");
-  std::filesystem::path const folder = std::filesystem::temp_directory_path() / "znutil-tour-config";
-  std::filesystem::create_directories(folder);
-  setenv("ZNUTIL_SYSTEM_DIR", folder.c_str(), 1);  // the global file goes here too
-  std::filesystem::path const profile = folder / "Tour.cfg";
-  InitializeConfiguration(profile.c_str());
-  {
-    ZnConfiguration settings;
-    settings.SetIntegerEntry(0, "View", "Width", 1024);
-    settings.SetTextEntry(0, "View", "Title", "Tour");
-    std::printf("set View/Width to 1024 and View/Title to \"Tour\" in memory\n");
-    Within5Seconds([&] { return FileText(profile).find("Width") != std::string::npos; });
-    std::printf("after one turn of the configuration thread, %s holds:\n%s", profile.c_str(), FileText(profile).c_str());
-    // An editor's change: a whole new file, later than the one on the disk.
-    std::filesystem::path const edit = folder / "edit.tmp";
-    std::ofstream(edit, std::ios::binary) << "# edited by hand\nsection \"View\"\n\"Width\" = (integer) 1280\n";
-    std::filesystem::last_write_time(edit, std::filesystem::last_write_time(profile) + std::chrono::seconds(1));
-    std::filesystem::rename(edit, profile);
-    int width = 0;
-    Within5Seconds([&] { return settings.GetIntegerEntry(0, "View", "Width", &width) == 0 && width == 1280; });
-    ZnString title;
-    unsigned long const status = settings.GetTextEntry(0, "View", "Title", &title);
-    std::printf("after an edit from outside, View/Width reads %d, and View/Title gives status %lu: the file replaced all\n",
-                width, status);
-  }
-  ShutdownConfiguration();
-  std::filesystem::remove_all(folder);
+  UtilityApp const app;
+  int const runs = app.GetProfileIntA("Tour", "Runs", 0) + 1;
+  app.WriteProfileInt("Tour", "Runs", runs);
+  std::printf("this is run %d of the tour (profile Tour/Runs, kept in %s)\n", runs, (folder / "Tour.cfg").c_str());
+  app.WriteGlobalInt("View", "Width", 1024);
+  app.WriteGlobalString("View", "Title", "Tour");
+  std::filesystem::path const global = folder / "Lumiframe.cfg";
+  Within5Seconds([&] { return FileText(global).find("Width") != std::string::npos; });
+  std::printf("after one turn of the configuration thread, %s holds:\n%s", global.c_str(), FileText(global).c_str());
+  // An editor's change: a whole new file, later than the one on the disk.
+  std::filesystem::path const edit = folder / "edit.tmp";
+  std::ofstream(edit, std::ios::binary) << "# edited by hand\nsection \"View\"\n\"Width\" = (integer) 1280\n";
+  std::filesystem::last_write_time(edit, std::filesystem::last_write_time(global) + std::chrono::seconds(1));
+  std::filesystem::rename(edit, global);
+  Within5Seconds([&] { return app.GetGlobalInt("View", "Width", 0) == 1280; });
+  std::printf("after an edit from outside, View/Width reads %d and View/Title \"%s\": the file replaced all\n",
+              app.GetGlobalInt("View", "Width", 0), app.GetGlobalString("View", "Title", "(none)").Chars());
 }
 
 }  // namespace
 
 int main(int, char **argv) {
+  // Everything the library writes goes to one folder of the tour's: the
+  // profile, the global file and the log.
+  std::filesystem::path const folder = std::filesystem::temp_directory_path() / "znutil-tour";
+  std::filesystem::create_directories(folder);
+  setenv("ZNUTIL_SYSTEM_DIR", folder.c_str(), 1);
+  setenv("LOGDIR", folder.c_str(), 1);
+  InitializeUtilityLibrary("ZNUTIL tour", (folder / "Tour.cfg").c_str(), false);
   TourMemory();
   TourLocks();
   TourStrings();
@@ -455,6 +435,10 @@ int main(int, char **argv) {
   TourImages(argv[0]);
   TourPaths();
   TourLogging();
-  TourConfiguration();
+  TourConfiguration(folder);
+  ShutdownUtilityLibrary();
+  std::filesystem::path const log = folder / (std::string(UtilityApp::AppName().Chars()) + ".log");
+  std::printf("== At the stop, %s holds:\n%s", log.c_str(), FileText(log).c_str());
+  std::filesystem::remove(log);
   return 0;
 }

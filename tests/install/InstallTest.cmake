@@ -14,7 +14,17 @@ run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/install/consumer -B ${WORK_DIR}/consumer -G Ninja
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_RPATH=${prefix}/lib)
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/consumer)
+# The global configuration file goes to the work folder, not the user's.
+set(ENV{ZNUTIL_SYSTEM_DIR} ${WORK_DIR})
 run(${WORK_DIR}/consumer/consumer)
+run(${WORK_DIR}/consumer/consumer)
+file(READ ${WORK_DIR}/consumer/consumer.cfg profile)
+if(NOT profile MATCHES "\"Runs\" \\(all\\) =\\(integer\\) 2")
+  message(FATAL_ERROR "the setting did not last from one run to the next:\n${profile}")
+endif()
+if(NOT EXISTS ${WORK_DIR}/consumer/consumer.log)
+  message(FATAL_ERROR "the application wrote no log")
+endif()
 
 file(GLOB pc_file ${prefix}/lib*/pkgconfig/znutil.pc)
 if(NOT pc_file)
