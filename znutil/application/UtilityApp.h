@@ -60,6 +60,7 @@ class ZNUTIL_API UtilityApp {
   static ZnString fsAppName;
   static ZnString fsProgramStartupDirectory;
   static HINSTANCE hLibInstance;
+  static unsigned long udwMemoryUsage;
 };
 
 #endif  // ZNUTIL_APPLICATION_UTILITYAPP_H
