@@ -98,6 +98,35 @@ TEST(ZnMultipleEventsTest, SharesAutoResetEventsWithSingleWaiters) {
   one.join();
 }
 
+TEST(ZnMultipleEventsTest, OnePulseOfAnAutoResetEventReleasesOneWaiterOfAnyKind) {
+  for (bool const plainWaiter : {true, false}) {
+    ZnEvent ready(true);
+    ZnEvent go(false);
+    ZnMultipleEvents set;
+    set.AddEvent(&ready);
+    set.AddEvent(&go);
+    ready.Signal();
+    std::atomic<long> ids[2] = {{0}, {0}};
+    std::atomic<int> released{0};
+    auto waiter = [&](int index, bool plain) {
+      return std::thread([&, index, plain] {
+        ids[index] = znutil_test::ThreadId();
+        plain ? go.Wait(INFINITE) : set.Wait(INFINITE);
+        ++released;
+      });
+    };
+    std::thread first = waiter(0, plainWaiter), second = waiter(1, false);
+    EXPECT_TRUE(Eventually([&] { return ids[0] && ids[1] && znutil_test::Asleep(ids[0]) && znutil_test::Asleep(ids[1]); }));
+    go.Pulse();
+    EXPECT_TRUE(Eventually([&] { return released.load() >= 1; }));
+    go.Signal();  // for the waiter the pulse left
+    EXPECT_TRUE(Eventually([&] { return released.load() == 2; }));
+    EXPECT_EQ(go.Wait(0), 1) << "the pulse released a second waiter too (plain waiter: " << plainWaiter << ")";
+    first.join();
+    second.join();
+  }
+}
+
 TEST(ZnMultipleEventsTest, PulseCompletesARendezvousWhoseOtherEventsAreSignalled) {
   ZnEvent ready(true);
   ZnEvent go(false);

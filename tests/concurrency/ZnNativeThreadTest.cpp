@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <sys/resource.h>
 #include <thread>
 #include <vector>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <znutil/concurrency/ZnNativeThreadWaitObject.h>
+#include <znutil/concurrency/ZnSleeper.h>
 #include <znutil/concurrency/ZnThread.h>
 #include <znutil/platform/Thread.h>
 
@@ -133,6 +135,25 @@ TEST(ZnNativeThreadTest, TerminateReachesASuspendedRunningThread) {
   ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
   thread.Resume();  // the thread is gone: nothing to resume
   EXPECT_TRUE(Marked(thread));
+}
+
+TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {
+  ZnThread thread(0);
+  std::atomic<long> id{0};
+  znutil_test::FunctionWork work([&] {
+    id = znutil_test::ThreadId();
+    ZnSleeper::Snooze(1500);
+  });
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
+  ASSERT_TRUE(Eventually([&] { return id.load() != 0 && znutil_test::Asleep(id.load()); }));
+  auto const sleepEnd = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
+  thread.Suspend();
+  EXPECT_TRUE(Eventually([&] { return std::chrono::steady_clock::now() > sleepEnd; }));
+  thread.Resume();
+  // Its end has passed: it does not sleep the time that was left again.
+  EXPECT_EQ(work.done.Wait(1000), 0);
+  EXPECT_EQ(work.done.Wait(kGenerous), 0);
+  thread.SignalShutdown(true);
 }
 
 TEST(ZnNativeThreadTest, PriorityLevelsMapToNiceValues) {

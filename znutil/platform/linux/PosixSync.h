@@ -30,18 +30,24 @@ class Locked {
   pthread_mutex_t &mutex_;
 };
 
+/// The point `milliseconds` from now on the monotonic clock.
+inline timespec MonotonicAfter(std::uint32_t milliseconds) {
+  timespec at;
+  clock_gettime(CLOCK_MONOTONIC, &at);
+  at.tv_sec += milliseconds / 1000;
+  at.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000L;
+  if (at.tv_nsec >= 1000000000L) {
+    at.tv_nsec -= 1000000000L;
+    ++at.tv_sec;
+  }
+  return at;
+}
+
 /// A point `milliseconds` from now on the monotonic clock; INFINITE never comes.
 class Deadline {
  public:
-  explicit Deadline(std::uint32_t milliseconds) : infinite_(milliseconds == INFINITE) {
-    clock_gettime(CLOCK_MONOTONIC, &at_);
-    at_.tv_sec += milliseconds / 1000;
-    at_.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000L;
-    if (at_.tv_nsec >= 1000000000L) {
-      at_.tv_nsec -= 1000000000L;
-      ++at_.tv_sec;
-    }
-  }
+  explicit Deadline(std::uint32_t milliseconds)
+      : infinite_(milliseconds == INFINITE), at_(MonotonicAfter(milliseconds)) {}
 
   /// Sleeps on `changed` (made by InitMonotonicCondition) with `mutex` held
   /// until woken; false once the deadline has passed.
