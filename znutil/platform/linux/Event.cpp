@@ -147,6 +147,7 @@ Event::~Event() {
 // wait-for-all cannot take the signal of an auto-reset event on behalf of
 // a thread asleep in Wait.
 void Event::Set() {
+  SeamSection const section;  // a suspension waits until the sleepers are woken too
   EventState &state = State(storage_);
   bool sleepers;
   {
@@ -164,6 +165,7 @@ void Event::Reset() {
 }
 
 void Event::Pulse() {
+  SeamSection const section;  // as in Set
   EventState &state = State(storage_);
   bool sleepers;
   {
@@ -191,6 +193,7 @@ WaitResult Event::Wait(std::uint32_t milliseconds) {
 WaitResult Event::WaitForAll(Event *const *events, std::size_t count, std::uint32_t milliseconds) {
   Event *sorted[kMaximumWaitObjects];
   if (!SortDistinct(events, count, sorted)) return WaitResult::kFailed;
+  SeamSection const section;  // over the locks taken by hand below
   EventState *states[kMaximumWaitObjects];
   std::transform(sorted, sorted + count, states, [](Event *event) { return &State(event->storage_); });
   auto lockAll = [&] { for (std::size_t i = 0; i < count; ++i) pthread_mutex_lock(&states[i]->mutex); };
