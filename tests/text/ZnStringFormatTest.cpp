@@ -6,6 +6,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -93,18 +94,25 @@ bool MakeDottedLocale(std::string const &folder) {
 }
 
 // In a new process: the first call leaves the host's dotted locale for "C".
-void FirstFormatIntLeavesTheHostLocale() {
+bool FirstFormatIntLeavesTheHostLocale() {
   ZnString text;
   text.FormatInt(1234567, 0);
-  bool const ok = text == "1,234,567" && std::string(std::setlocale(LC_ALL, nullptr)) == "C";
-  std::_Exit(ok ? 0 : 1);
+  return text == "1,234,567" && std::string(std::setlocale(LC_ALL, nullptr)) == "C";
 }
 
 TEST(ZnStringFormatTest, FormatIntGroupsByThreeWithCommasInAnyLocale) {
   znutil_test::ScratchDirectory folder;
   if (!MakeDottedLocale(folder.Path())) GTEST_SKIP() << "no localedef to make a locale with other groups";
+  std::string const style = GTEST_FLAG_GET(death_test_style);
   GTEST_FLAG_SET(death_test_style, "threadsafe");  // a fresh process, where no call came first
-  EXPECT_EXIT(FirstFormatIntLeavesTheHostLocale(), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(
+      {
+        bool const ok = FirstFormatIntLeavesTheHostLocale();
+        std::filesystem::remove_all(folder.Path());  // the new process made a folder of its own
+        std::_Exit(ok ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  GTEST_FLAG_SET(death_test_style, style);
   ZnString text;
   text.FormatInt(1, 0);            // the first call here, if none came before
   std::setlocale(LC_ALL, "dots");  // then the host sets its locale again
