@@ -11,6 +11,7 @@
 
 namespace {
 
+using znutil_test::Asleep;
 using znutil_test::Eventually;
 
 TEST(ZnMultipleEventsTest, EmptySetReturnsAtOnce) {
@@ -116,7 +117,8 @@ TEST(ZnMultipleEventsTest, OnePulseOfAnAutoResetEventReleasesOneWaiterOfAnyKind)
       });
     };
     std::thread first = waiter(0, plainWaiter), second = waiter(1, false);
-    EXPECT_TRUE(Eventually([&] { return ids[0] && ids[1] && znutil_test::Asleep(ids[0]) && znutil_test::Asleep(ids[1]); }));
+    // Both asleep in their waits: nobody else holds the event's lock.
+    EXPECT_TRUE(Eventually([&] { return ids[0] && ids[1] && Asleep(ids[0]) && Asleep(ids[1]); }));
     go.Pulse();
     EXPECT_TRUE(Eventually([&] { return released.load() >= 1; }));
     go.Signal();  // for the waiter the pulse left

@@ -109,7 +109,8 @@ void ZnString::FormatInt(long value, int width) {
   Empty();
   // Zero has no group, so the size goes below zero and one space more than
   // the width is written: deliberate.
-  int const size = digits + (static_cast<int>(groups.size()) - 1) * static_cast<int>(std::strlen(kGroupSeparator)) + (value < 0);
+  int const separators = static_cast<int>(groups.size()) - 1;
+  int const size = digits + separators * static_cast<int>(std::strlen(kGroupSeparator)) + (value < 0);
   for (int i = 0; i < width - size; ++i) pzsrRef->Append(' ');
   if (value < 0) pzsrRef->Append('-');
   for (auto group = groups.rbegin(); group != groups.rend(); ++group) {
