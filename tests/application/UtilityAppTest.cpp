@@ -19,6 +19,7 @@ class UtilityAppTestAccess {
  public:
   static void InitAppName() { UtilityApp::InitAppName(); }
   static void InitStartupDirectory() { UtilityApp::InitStartupDirectory(); }
+  static unsigned long MemoryUsage() { return UtilityApp::udwMemoryUsage; }
 };
 
 namespace {
@@ -61,6 +62,10 @@ TEST(UtilityAppTest, LibInstanceIsWhereTheLibraryIsLoaded) {
   ASSERT_NE(instance, nullptr);
   EXPECT_EQ(std::memcmp(instance, "\177ELF", 4), 0);
   EXPECT_NE(FileMappedAt(instance).find("libznutil"), std::string::npos) << FileMappedAt(instance);
+}
+
+TEST(UtilityAppTest, MemoryUsageIsAnExportedStubThatStaysZero) {
+  EXPECT_EQ(UtilityAppTestAccess::MemoryUsage(), 0ul);  // linked from the library, so exported
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 namespace {
 
+using znutil_test::Asleep;
 using znutil_test::Eventually;
 
 TEST(ZnMultipleEventsTest, EmptySetReturnsAtOnce) {
@@ -96,6 +97,36 @@ TEST(ZnMultipleEventsTest, SharesAutoResetEventsWithSingleWaiters) {
   EXPECT_TRUE(Eventually([&] { return released.load() == 2; }));
   all.join();
   one.join();
+}
+
+TEST(ZnMultipleEventsTest, OnePulseOfAnAutoResetEventReleasesOneWaiterOfAnyKind) {
+  for (bool const plainWaiter : {true, false}) {
+    ZnEvent ready(true);
+    ZnEvent go(false);
+    ZnMultipleEvents set;
+    set.AddEvent(&ready);
+    set.AddEvent(&go);
+    ready.Signal();
+    std::atomic<long> ids[2] = {{0}, {0}};
+    std::atomic<int> released{0};
+    auto waiter = [&](int index, bool plain) {
+      return std::thread([&, index, plain] {
+        ids[index] = znutil_test::ThreadId();
+        plain ? go.Wait(INFINITE) : set.Wait(INFINITE);
+        ++released;
+      });
+    };
+    std::thread first = waiter(0, plainWaiter), second = waiter(1, false);
+    // Both asleep in their waits: nobody else holds the event's lock.
+    EXPECT_TRUE(Eventually([&] { return ids[0] && ids[1] && Asleep(ids[0]) && Asleep(ids[1]); }));
+    go.Pulse();
+    EXPECT_TRUE(Eventually([&] { return released.load() >= 1; }));
+    go.Signal();  // for the waiter the pulse left
+    EXPECT_TRUE(Eventually([&] { return released.load() == 2; }));
+    EXPECT_EQ(go.Wait(0), 1) << "the pulse released a second waiter too (plain waiter: " << plainWaiter << ")";
+    first.join();
+    second.join();
+  }
 }
 
 TEST(ZnMultipleEventsTest, PulseCompletesARendezvousWhoseOtherEventsAreSignalled) {

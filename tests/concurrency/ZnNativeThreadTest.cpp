@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <random>
 #include <sys/resource.h>
 #include <thread>
 #include <vector>
@@ -10,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <znutil/concurrency/ZnNativeThreadWaitObject.h>
+#include <znutil/concurrency/ZnSleeper.h>
 #include <znutil/concurrency/ZnThread.h>
 #include <znutil/platform/Thread.h>
 
@@ -133,6 +138,89 @@ TEST(ZnNativeThreadTest, TerminateReachesASuspendedRunningThread) {
   ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
   thread.Resume();  // the thread is gone: nothing to resume
   EXPECT_TRUE(Marked(thread));
+}
+
+TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {
+  ZnThread thread(0);
+  std::atomic<long> id{0};
+  znutil_test::FunctionWork work([&] {
+    id = znutil_test::ThreadId();
+    ZnSleeper::Snooze(1500);
+  });
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
+  ASSERT_TRUE(Eventually([&] { return id.load() != 0 && znutil_test::Asleep(id.load()); }));
+  auto const sleepEnd = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
+  thread.Suspend();
+  EXPECT_TRUE(Eventually([&] { return std::chrono::steady_clock::now() > sleepEnd; }));
+  thread.Resume();
+  // Its end has passed: it does not sleep the time that was left again.
+  EXPECT_EQ(work.done.Wait(1000), 0);
+  EXPECT_EQ(work.done.Wait(kGenerous), 0);
+  thread.SignalShutdown(true);
+}
+
+// Whether `progress` moves within a few seconds.
+bool Moves(std::function<long()> const &progress) {
+  long const before = progress();
+  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  while (progress() == before) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    std::this_thread::yield();
+  }
+  return true;
+}
+
+TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
+  ZnEvent autoReset(false), manualReset(true);
+  std::atomic<bool> stop{false};
+  ZnThread inbox(0);
+  znutil_test::FunctionWork reader([&] {
+    ThreadMessage message;
+    while (!stop.load()) GetThreadMessage(&message, 10);
+  });
+  ASSERT_TRUE(inbox.AssignWork(&reader, 0));
+  // Workers that go through every lock of the events, the message queues
+  // and thread start, round after round.
+  constexpr int kWorkers = 3;
+  std::atomic<long> rounds[kWorkers] = {};
+  std::vector<std::unique_ptr<znutil_test::FunctionWork>> jobs;
+  std::vector<std::unique_ptr<ZnThread>> workers;
+  for (int w = 0; w < kWorkers; ++w) {
+    jobs.push_back(std::make_unique<znutil_test::FunctionWork>([&, w] {
+      for (long round = 0; !stop.load(); ++round) {
+        autoReset.Signal();
+        autoReset.Wait(0);
+        autoReset.Pulse();
+        manualReset.Signal();
+        manualReset.Reset();
+        inbox.PostThreadMessageA(0x400, 0, round);
+        if (round % 16 == 0) ZnThread(0).SignalShutdown(true);
+        rounds[w].fetch_add(1);
+      }
+    }));
+    workers.push_back(std::make_unique<ZnThread>(0));
+    ASSERT_TRUE(workers.back()->AssignWork(jobs.back().get(), 0));
+  }
+  std::mt19937 random(7);
+  int heldUp = 0;
+  for (int turn = 0; turn < 200 && heldUp == 0; ++turn) {
+    int const target = static_cast<int>(random() % kWorkers);
+    workers[target]->Suspend();
+    for (unsigned spin = random() % 1000; spin > 0; --spin) std::this_thread::yield();
+    // The others get on, whatever the suspended one was doing.
+    heldUp += Moves([&] {
+      long others = 0;
+      for (int w = 0; w < kWorkers; ++w) others += w != target ? rounds[w].load() : 0;
+      return others;
+    }) ? 0 : 1;
+    workers[target]->Resume();
+  }
+  EXPECT_EQ(heldUp, 0);
+  stop.store(true);
+  for (auto &job : jobs) EXPECT_EQ(job->done.Wait(kGenerous), 0);
+  for (auto &worker : workers) worker->SignalShutdown(true);
+  EXPECT_EQ(reader.done.Wait(kGenerous), 0);
+  inbox.SignalShutdown(true);
 }
 
 TEST(ZnNativeThreadTest, PriorityLevelsMapToNiceValues) {

@@ -37,6 +37,15 @@ TEST(ZnSortedListTest, AscendingWithTheNewestOfEqualKeysLast) {
   EXPECT_EQ(Order(list, items), "31402") << "case-sensitive; position and context are ignored";
 }
 
+TEST(ZnSortedListTest, CopyingIntoItselfAddsEachItemOnce) {
+  Keyed items[] = {Keyed("a"), Keyed("b")};
+  ZnSortedList list;
+  list.Add(&items[1]);
+  list.Add(&items[0]);
+  list.Copy(list);
+  EXPECT_EQ(Order(list, items), "0011") << "the copies land among the originals";
+}
+
 TEST(ZnSortedListTest, NullItemsGoToTheEndAndEndTheSearch) {
   Keyed items[] = {Keyed("m"), Keyed("z"), Keyed("a"), Keyed("n")};
   ZnSortedList list;

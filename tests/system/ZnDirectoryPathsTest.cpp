@@ -69,6 +69,10 @@ TEST(ZnDirectoryPathsTest, CreateRelativePathFindsTheWayInLowerCase) {
       {"c:\\a", "d:\\a", "d:\\a"},
       {"C:\\A", "D:\\X\\", "d:\\x"},
       {"C:\\Data\\One", "C:\\Data\\Two\\File.TXT", "..\\two\\file.txt"},
+      // Without drives the first folder's first character counts too.
+      {"\\a\\x", "\\b\\x", "..\\..\\b\\x"},
+      {"/a/x", "/ab/x", "..\\..\\ab\\x"},
+      {"\\a\\x", "\\a\\y", "..\\y"},
   };
   ExpectResults(&ZnDirectory::CreateRelativePath, cases);
 }

@@ -43,9 +43,10 @@ TEST_F(ZnExeResourcesTest, FindsTheVersionResourceOfARealImage) {
   unsigned char *expected = Raw(image.Address()) + (std::search(bytes.begin(), bytes.end(), key.begin(), key.end()) -
                                                     bytes.begin() - 6);
   EXPECT_EQ(expected, image.FindResourceA(RT_VERSION, 1, 0x409));
-  // Only the low 16 bits of each number count.
+  // Only the low 16 bits of the type count; id and language are whole.
   EXPECT_EQ(expected, image.FindResourceA(Type(0x50010), 1, 0x409));
-  EXPECT_EQ(expected, image.FindResourceA(RT_VERSION, 0x10001, 0x10409));
+  for (int const id : {0x10001, -65535}) EXPECT_EQ(nullptr, image.FindResourceA(RT_VERSION, id, 0x409)) << id;
+  for (int const language : {0x10409, -64503}) EXPECT_EQ(nullptr, image.FindResourceA(RT_VERSION, 1, language));
   // The language must match exactly: no neutral fall-back.
   EXPECT_EQ(nullptr, image.FindResourceA(RT_VERSION, 1, 0));
   EXPECT_EQ(nullptr, image.FindResourceA(RT_VERSION, 2, 0x409));
@@ -80,6 +81,7 @@ TEST_F(ZnExeResourcesTest, NoResourcesOrNoViewGiveNull) {
   PutDword(noDirectory, kOptionalHeader + 92, 2);
   // Without a section called ".rsrc" the data's address cannot be told.
   std::copy_n(".data", 6, &unnamed[kResourceSectionHeader]);
+  unnamed.resize(std::max<std::size_t>(unnamed.size(), 0x5000));  // room for a wrong address to land in
   for (Bytes const &bytes : {noDirectory, unnamed}) {
     ZnExeResources image(Write(bytes).c_str());
     EXPECT_TRUE(image.IsOpen());

@@ -3,14 +3,19 @@
 #include <string>
 #include <vector>
 
+#include <clocale>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
+#include <fstream>
 
 #include <gtest/gtest.h>
 
 #include <znutil/system/ZnSystemTime.h>
 #include <znutil/system/ZnTime.h>
 #include <znutil/text/ZnStringTokenizerCallBack.h>
+
+#include "../system/ScratchDirectory.h"
 
 namespace {
 
@@ -74,6 +79,47 @@ TEST(ZnStringFormatTest, FormatIntGroupsDigits) {
     text.FormatInt(c.value, c.width);
     EXPECT_EQ(text, c.text) << c.value << " in " << c.width;
   }
+}
+
+// Makes the locale "dots" (groups of 3 with ".") in `folder` and points the
+// C library there; false if no locale compiler is at hand.
+bool MakeDottedLocale(std::string const &folder) {
+  std::ofstream(folder + "/dots.src") << "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \".\"\ngrouping 3;3\n"
+                                         "END LC_NUMERIC\n";
+  std::string const command = "localedef -c -i '" + folder + "/dots.src' -f ANSI_X3.4-1968 '" + folder +
+                              "/dots' >/dev/null 2>&1";
+  std::system(command.c_str());
+  setenv("LOCPATH", folder.c_str(), 1);
+  return std::setlocale(LC_ALL, "dots") != nullptr && std::string(std::localeconv()->thousands_sep) == ".";
+}
+
+// In a new process: the first call leaves the host's dotted locale for "C".
+bool FirstFormatIntLeavesTheHostLocale() {
+  ZnString text;
+  text.FormatInt(1234567, 0);
+  return text == "1,234,567" && std::string(std::setlocale(LC_ALL, nullptr)) == "C";
+}
+
+TEST(ZnStringFormatTest, FormatIntGroupsByThreeWithCommasInAnyLocale) {
+  znutil_test::ScratchDirectory folder;
+  if (!MakeDottedLocale(folder.Path())) GTEST_SKIP() << "no localedef to make a locale with other groups";
+  std::string const style = GTEST_FLAG_GET(death_test_style);
+  GTEST_FLAG_SET(death_test_style, "threadsafe");  // a fresh process, where no call came first
+  EXPECT_EXIT(
+      {
+        bool const ok = FirstFormatIntLeavesTheHostLocale();
+        std::filesystem::remove_all(folder.Path());  // the new process made a folder of its own
+        std::_Exit(ok ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  GTEST_FLAG_SET(death_test_style, style);
+  ZnString text;
+  text.FormatInt(1, 0);            // the first call here, if none came before
+  std::setlocale(LC_ALL, "dots");  // then the host sets its locale again
+  text.FormatInt(1234567, 0);
+  EXPECT_EQ(text, "1,234,567");
+  std::setlocale(LC_ALL, "C");
+  unsetenv("LOCPATH");
 }
 
 TEST(ZnStringFormatTest, ExpandTabsReachesTheNextStop) {

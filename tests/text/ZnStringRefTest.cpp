@@ -29,6 +29,8 @@ TEST(ZnStringRefTest, ConstructorsSizeTheBuffer) {
   ZnStringRef room(100);
   EXPECT_EQ(room.GetLength(), 0);
   EXPECT_EQ(room.GetMaxLength(), 132);
+  for (int const n : {-1, -10, -32}) EXPECT_EQ(ZnStringRef(n).GetMaxLength(), n + 32) << "negative hint " << n;
+  EXPECT_EQ(ZnStringRef(-33).GetMaxLength(), 0);
   unsigned short const wide[] = {'w', 0x263A, 0xE9, 0};
   EXPECT_STREQ(ZnStringRef(wide).GetInternal(), "w?\xE9") << "Latin-1, one unit to one byte";
 }

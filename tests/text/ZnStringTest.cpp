@@ -186,6 +186,8 @@ TEST(ZnStringTest, SubStringSearches) {
       << "a failed partial match is not tried again";
   EXPECT_EQ(ZnString("ab").ReverseContainsSubString(ZnString("abc"), 1), -1);
   EXPECT_EQ(text.ReverseContainsSubString(ZnString("H"), -1), -1);
+  EXPECT_EQ(text.ReverseContainsSubString(ZnString(""), 10), -1) << "an empty pattern never matches";
+  EXPECT_EQ(text.ReverseCaseContainsSubString(ZnString(), 10), -1);
   ZnString cut("abXcd");
   cut.SetCharacter(2, '\0');
   EXPECT_EQ(cut.ContainsSubString(ZnString("cd"), 0), -1) << "the text ends at its first NUL";
@@ -219,6 +221,8 @@ TEST(ZnStringTest, EditsInPlaceAndOnCopies) {
   text.Fill('-', 3);
   EXPECT_EQ(text, "ab---") << "Fill adds, it clears nothing";
   EXPECT_EQ(ZnString::MakeFill('=', 4), "====");
+  EXPECT_EQ(ZnString::MakeFill('x', -5).MaxLength(), 28) << "the hint -4 keeps its slack";
+  EXPECT_EQ(ZnString(ZnStringSize(-10)).MaxLength(), 22);
 
   ZnString spaced("  Mixed CASE  ");
   EXPECT_EQ(spaced.ToUpper(), "  MIXED CASE  ");

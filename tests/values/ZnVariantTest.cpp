@@ -1,6 +1,9 @@
 #include <znutil/values/ZnVariant.h>
 
 #include <climits>
+#include <cstdint>
+#include <cstring>
+#include <new>
 #include <memory>
 #include <string>
 #include <vector>
@@ -113,6 +116,17 @@ TEST(ZnVariantTest, AssignmentKeepsOrReplacesThePayload) {
   value = 2;
   EXPECT_EQ(static_cast<int>(copy), 1);
   EXPECT_EQ(static_cast<int>(value), 2);
+}
+
+TEST(ZnVariantTest, DestructionMarksThePayloadPointer) {
+  // The payload pointer is the last member, behind the virtual table pointer.
+  static_assert(sizeof(ZnVariant) == 2 * sizeof(void *), "layout this test reads");
+  alignas(ZnVariant) unsigned char storage[sizeof(ZnVariant)];
+  ZnVariant *variant = new (storage) ZnVariant(ZnString("payload"));
+  variant->~ZnVariant();
+  std::uintptr_t left;
+  std::memcpy(&left, storage + sizeof(void *), sizeof left);
+  EXPECT_EQ(left, std::uintptr_t{0xDEADBEEF});
 }
 
 TEST(ZnVariantTest, PayloadsAssignTheirOwnTypeInPlace) {

@@ -138,6 +138,7 @@ class ZNUTIL_API UtilityApp {
   static HINSTANCE hLibInstance;
   static ZnString fsLastSuccessfulPluginDir;
   static bool bOverrideOnPluginPath;
+  static unsigned long udwMemoryUsage;
 };
 
 #endif  // ZNUTIL_APPLICATION_UTILITYAPP_H

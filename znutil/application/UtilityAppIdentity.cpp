@@ -12,6 +12,8 @@ ZnString UtilityApp::fsAppName;
 ZnString UtilityApp::fsProgramStartupDirectory;
 // Taken when the library is loaded, as the process attach of the original does.
 HINSTANCE UtilityApp::hLibInstance = platform::LibraryModule();
+// Kept for the interface beside the other accounting stubs; nothing counts into it.
+unsigned long UtilityApp::udwMemoryUsage = 0;
 
 ZnString const &UtilityApp::AppName() { return fsAppName; }
 

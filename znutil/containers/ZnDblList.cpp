@@ -1,5 +1,7 @@
 #include <znutil/containers/ZnDblList.h>
 
+#include <vector>
+
 #include <znutil/memory/ZnFixedBlockAllocator.h>
 
 ZnDblList::~ZnDblList() { FreeNodes(nullptr); }
@@ -49,18 +51,24 @@ void ZnDblList::LinkChain(ZnDblListItem *first, ZnDblListItem *last, int count, 
   (next != nullptr ? next->pPrev : pLast) = last;
 }
 
+// The items from node on, taken before anything is added: copying a list
+// into itself must see each item once, also where an addition lands among
+// the originals (a sorted list) or behind them.
+static std::vector<void *> ItemsFrom(ZnDblListItem const *node) {
+  std::vector<void *> items;
+  for (; node != nullptr; node = node->pNext) items.push_back(node->pItem);
+  return items;
+}
+
 void ZnDblList::Copy(ZnDblList const &list, ZnListItemCopy &copier) {
-  // Counted, so that copying a list into itself ends.
-  ZnDblListItem const *node = list.pFirst;
-  for (int left = list.iCount; left > 0; --left, node = node->pNext) {
-    void *const copy = copier.CopyItem(node->pItem);
+  for (void *item : ItemsFrom(list.pFirst)) {
+    void *const copy = copier.CopyItem(item);
     if (copy != nullptr) Add(copy);
   }
 }
 
 void ZnDblList::Copy(ZnDblList const &list) {
-  ZnDblListItem const *node = list.pFirst;
-  for (int left = list.iCount; left > 0; --left, node = node->pNext) Add(node->pItem);
+  for (void *item : ItemsFrom(list.pFirst)) Add(item);
 }
 
 void ZnDblList::Iterate(ZnListItemIterate &iterator, void *data) const {

@@ -30,6 +30,25 @@ bool DecommitPages(void *address, std::size_t bytes);
 /// Releases a range from ReserveAddressSpace.
 void ReleaseAddressSpace(void *base, std::size_t reserved);
 
+// Under AddressSanitizer, Poison makes the program's reads and writes of
+// [address, address + bytes) errors that it reports, and Unpoison allows
+// them again; otherwise both do nothing. Allocators mark their own
+// bookkeeping with them.
+#if defined(__SANITIZE_ADDRESS__)
+#define ZNUTIL_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZNUTIL_ADDRESS_SANITIZER 1
+#endif
+#endif
+#ifdef ZNUTIL_ADDRESS_SANITIZER
+void Poison(void const *address, std::size_t bytes);
+void Unpoison(void const *address, std::size_t bytes);
+#else
+inline void Poison(void const *, std::size_t) {}
+inline void Unpoison(void const *, std::size_t) {}
+#endif
+
 }  // namespace platform
 }  // namespace znutil
 

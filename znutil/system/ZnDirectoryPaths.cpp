@@ -97,7 +97,9 @@ ZnString ZnDirectory::CreateRelativePath(ZnString const &from, ZnString const &t
   ZnString const fromPath = AbsoluteLowerCase(from), toPath = AbsoluteLowerCase(to);
   if (fromPath == toPath) return ZnString(".");
   if (fromPath[0] != toPath[0]) return toPath;  // no way across drives
-  int i = 2;                                    // behind the drive
+  // Behind a drive; a path without one (the Linux form) is compared whole,
+  // or a difference in its first folder's first character would be missed.
+  int i = fromPath[1] == ':' || toPath[1] == ':' ? 2 : 0;
   while (i < fromPath.Length() && i < toPath.Length() && fromPath[i] == toPath[i]) ++i;
   int j = i;
   bool const fromLeft = i < fromPath.Length(), toLeft = j < toPath.Length();

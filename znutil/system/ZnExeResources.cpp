@@ -21,10 +21,11 @@ void *ZnExeResources::FindResourceA(char const *type, int id, int language) {
   // memory that is gone.
   pResourceRoot = static_cast<unsigned char *>(GetDirectoryAddress(IMAGE_DIRECTORY_ENTRY_RESOURCE));
   ishResourceSection = IMAGE_SECTION_HEADER();
-  GetSectionHeaderByName(&ishResourceSection, ".rsrc");
-  if (pResourceRoot == nullptr) return nullptr;
-  WORD const wanted[] = {static_cast<WORD>(reinterpret_cast<std::uintptr_t>(type)), static_cast<WORD>(id),
-                         static_cast<WORD>(language)};
+  // Without the section's header the data's address cannot be told.
+  if (!GetSectionHeaderByName(&ishResourceSection, ".rsrc") || pResourceRoot == nullptr) return nullptr;
+  // Only the type is cut to 16 bits; an id or language outside 0..65535
+  // matches no entry.
+  long const wanted[] = {static_cast<WORD>(reinterpret_cast<std::uintptr_t>(type)), id, language};
   unsigned char *directory = pResourceRoot;
   for (int level = 0; level < 2; ++level) {
     unsigned char const *entry = FindIdEntry(directory, wanted[level]);
@@ -63,12 +64,12 @@ unsigned char *ZnExeResources::GetAddressFromOffset(DWORD offset, std::size_t by
   return InView(address, bytes) ? address : nullptr;
 }
 
-unsigned char *ZnExeResources::FindIdEntry(unsigned char *directory, WORD id) {
+unsigned char *ZnExeResources::FindIdEntry(unsigned char *directory, long id) {
   if (directory == nullptr || !InView(directory, sizeof(IMAGE_RESOURCE_DIRECTORY))) return nullptr;
   unsigned char *entry = GetIdEntryStart(directory);
   WORD const count = ReadWord(directory + offsetof(IMAGE_RESOURCE_DIRECTORY, NumberOfIdEntries));
   if (!InView(entry, count * sizeof(IMAGE_RESOURCE_DIRECTORY_ENTRY))) return nullptr;
   for (WORD i = 0; i < count; ++i, entry += sizeof(IMAGE_RESOURCE_DIRECTORY_ENTRY))
-    if (static_cast<WORD>(ReadDword(entry)) == id) return entry;
+    if (long{static_cast<WORD>(ReadDword(entry))} == id) return entry;
   return nullptr;
 }

@@ -26,7 +26,7 @@ class ZNUTIL_API ZnExeResources : public ZnExeFileMapping {
 
   /// The data of the resource with the numbers `type` (passed as a pointer,
   /// as MAKEINTRESOURCEA makes it; its low 16 bits count), `id` and
-  /// `language`, or null. Null as well when the data, or any directory on
+  /// `language` (compared whole), or null. Null as well when the data, or any directory on
   /// the way to it, does not lie inside the view.
   void *FindResourceA(char const *type, int id, int language);
 
@@ -35,8 +35,8 @@ class ZNUTIL_API ZnExeResources : public ZnExeFileMapping {
   unsigned char *GetIdEntryStart(unsigned char *directory);
   /// The root plus an offset whose top bit is masked; null outside the view.
   unsigned char *GetAddressFromOffset(DWORD offset, std::size_t bytes);
-  /// The entry of `directory` with the number `id`, or null.
-  unsigned char *FindIdEntry(unsigned char *directory, WORD id);
+  /// The entry of `directory` whose name's low 16 bits equal `id`, or null.
+  unsigned char *FindIdEntry(unsigned char *directory, long id);
 
   /// The root directory of the tree, as found by the last search.
   unsigned char *pResourceRoot;

@@ -72,29 +72,26 @@ int ZnString::FormatTime(char const *format, ZnSystemTime const &time) {
 
 namespace {
 
-// The group size and separator of the locale; 3 and "," where it has none.
-void Grouping(int *size, std::string *separator) {
-  // The first call asks for the "usa" locale, once for the whole process.
-  // Linux knows no locale of that name, so the locale stays as it was.
-  static bool const localeSet = (std::setlocale(LC_ALL, "usa"), true);
+// The first call switches the whole process to the "usa" locale, once.
+// Linux knows no locale of that name; the "C" locale takes its place, so
+// that numbers read and print with the US decimal point whatever the host
+// had set before.
+void SwitchProcessLocale() {
+  static bool const localeSet = std::setlocale(LC_ALL, "usa") != nullptr || std::setlocale(LC_ALL, "C") != nullptr;
   (void)localeSet;
-  std::lconv const *conventions = std::localeconv();
-  *size = static_cast<unsigned char>(conventions->grouping[0]);
-  *separator = conventions->thousands_sep;
-  if (*size == 0 || *size > 9) {
-    *size = 3;
-    *separator = ",";
-  }
 }
+
+// The grouping of the "usa" locale, built in: the "C" locale has none, and
+// a locale that the host sets later must not change it.
+int const kGroupSize = 3;
+char const kGroupSeparator[] = ",";
 
 }  // namespace
 
 void ZnString::FormatInt(long value, int width) {
-  int groupSize = 0;
-  std::string separator;
-  Grouping(&groupSize, &separator);
+  SwitchProcessLocale();
   unsigned long long divisor = 1;
-  for (int i = 0; i < groupSize; ++i) divisor *= 10;
+  for (int i = 0; i < kGroupSize; ++i) divisor *= 10;
   unsigned long long rest = value < 0 ? 0ull - static_cast<unsigned long long>(value) : static_cast<unsigned long long>(value);
   std::vector<std::string> groups;  // lowest first
   int digits = 0;
@@ -104,7 +101,7 @@ void ZnString::FormatInt(long value, int width) {
     if (rest < divisor)
       std::snprintf(slot, sizeof slot, "%d", static_cast<int>(group));
     else
-      std::snprintf(slot, sizeof slot, "%0*d", groupSize, static_cast<int>(group));
+      std::snprintf(slot, sizeof slot, "%0*d", kGroupSize, static_cast<int>(group));
     groups.push_back(slot);
     digits += static_cast<int>(groups.back().size());
     rest /= divisor;
@@ -112,11 +109,12 @@ void ZnString::FormatInt(long value, int width) {
   Empty();
   // Zero has no group, so the size goes below zero and one space more than
   // the width is written: deliberate.
-  int const size = digits + (static_cast<int>(groups.size()) - 1) * static_cast<int>(separator.size()) + (value < 0);
+  int const separators = static_cast<int>(groups.size()) - 1;
+  int const size = digits + separators * static_cast<int>(std::strlen(kGroupSeparator)) + (value < 0);
   for (int i = 0; i < width - size; ++i) pzsrRef->Append(' ');
   if (value < 0) pzsrRef->Append('-');
   for (auto group = groups.rbegin(); group != groups.rend(); ++group) {
-    if (group != groups.rbegin()) pzsrRef->Append(separator.c_str());
+    if (group != groups.rbegin()) pzsrRef->Append(kGroupSeparator);
     pzsrRef->Append(group->c_str());
   }
 }

@@ -68,8 +68,9 @@ ZnStringRef::ZnStringRef(ZnStringRef const &other) : pcBuffer(nullptr), iLength(
   MakeCopy(other);
 }
 
+// A negative hint takes its share of the slack; only the total is kept from going below 0.
 ZnStringRef::ZnStringRef(int n)
-    : pcBuffer(NewBuffer(Clamp(n) + nNumPadChars)), iLength(0), iMaxLength(Clamp(n) + nNumPadChars), iCount(0) {
+    : pcBuffer(NewBuffer(Clamp(n + nNumPadChars))), iLength(0), iMaxLength(Clamp(n + nNumPadChars)), iCount(0) {
   pcBuffer[0] = '\0';
 }
 

@@ -55,9 +55,12 @@ int ZnString::CaseContainsSubString(ZnString const &sub, int start) const {
 
 int ZnString::ReverseContainsSubString(ZnString const &sub, int start) const {
   if (Length() < sub.Length() || IsNull() || sub.IsNull() || start < 0) return -1;
+  // An empty pattern has no last character to start from, so it can never
+  // be used up: no match, and no read in front of its buffer.
+  int const last = sub.Length() - 1;
+  if (last < 0) return -1;
   char const *text = pzsrRef->GetInternal();
   char const *pattern = sub.pzsrRef->GetInternal();
-  int const last = sub.Length() - 1;
   int position = start < Length() ? start : Length() - 1;
   int matched = last;
   // A mismatch restarts the pattern one below where it happened, not below

@@ -17,7 +17,10 @@ ZnVariant::ZnVariant(ZnVariant const &other) : pvdData(other.pvdData->MakeCopy()
 
 ZnVariant::~ZnVariant() {
   delete pvdData;
-  pvdData = reinterpret_cast<ZnVariantData *>(std::uintptr_t{0xDEADBEEF});
+  // A use after destruction must meet this mark, not the freed payload. The
+  // store is volatile because a plain store into an object whose lifetime is
+  // ending is removed by the optimiser.
+  *static_cast<ZnVariantData *volatile *>(&pvdData) = reinterpret_cast<ZnVariantData *>(std::uintptr_t{0xDEADBEEF});
 }
 
 template <typename T>

@@ -4,7 +4,9 @@
 // in the state it leaves (unsignalled), so it counts itself in `pulses`;
 // a waiter that saw the count change while it slept was waiting at the
 // moment of the pulse. For auto-reset events a pulse also leaves one
-// release in `pulseReleases`, which exactly one of those waiters takes.
+// release in `pulseReleases`, which exactly one of those waiters takes,
+// whether it waits for this event alone or for all of several: a wait for
+// all that finds the others unsignalled gives the release back.
 //
 // A wait for all events locks their mutexes in address order, checks them
 // together, and otherwise sleeps on the first one that is not signalled,
@@ -29,7 +31,8 @@ struct EventState {
   std::uint64_t pulses;         // pulses that found a thread waiting
   std::uint32_t singleWaiters;  // threads asleep in Wait
   std::uint32_t allWaiters;     // threads asleep here in WaitForAll
-  std::uint32_t pulseReleases;  // auto-reset: releases owed to threads asleep in Wait
+  std::uint32_t asleepAtPulse;  // threads of both kinds asleep at the last pulse and still so
+  std::uint32_t pulseReleases;  // auto-reset: releases owed to those, one per pulse at most
   bool manualReset;
   bool signalled;
 };
@@ -46,65 +49,73 @@ bool TakeSignal(EventState &state) {
   return true;
 }
 
-// Whether a pulse since `seen` releases a thread asleep in Wait.
-bool TakePulse(EventState &state, std::uint64_t *seen) {
-  if (state.pulses == *seen) return false;
-  *seen = state.pulses;
-  if (state.manualReset) return true;
-  if (state.pulseReleases == 0) return false;
-  --state.pulseReleases;
-  return true;
-}
-
-// Counts a thread asleep in Wait for as long as it sleeps. Being a
-// destructor, the count also comes down when a cancelled thread unwinds.
-class SingleWaiter {
+// Counts a thread asleep on the event, in Wait or in WaitForAll, for as
+// long as it sleeps. Being a destructor, the count also comes down when a
+// cancelled thread unwinds.
+class Sleeper {
  public:
-  explicit SingleWaiter(EventState &state) : state_(state) { ++state_.singleWaiters; }
-  ~SingleWaiter() {
-    --state_.singleWaiters;
-    // A release owed to a waiter that has left by its timeout lapses.
-    state_.pulseReleases = std::min(state_.pulseReleases, state_.singleWaiters);
+  Sleeper(EventState &state, std::uint32_t EventState::*kind) : state_(state), kind_(kind), seen_(state.pulses) {
+    ++(state_.*kind_);
   }
-  SingleWaiter(SingleWaiter const &) = delete;
-  SingleWaiter &operator=(SingleWaiter const &) = delete;
+  ~Sleeper() {
+    --(state_.*kind_);
+    if (!Pulsed()) return;
+    --state_.asleepAtPulse;
+    // A release owed to a waiter that has left by its timeout lapses.
+    state_.pulseReleases = std::min(state_.pulseReleases, state_.asleepAtPulse);
+  }
+  Sleeper(Sleeper const &) = delete;
+  Sleeper &operator=(Sleeper const &) = delete;
+
+  // Whether a pulse since this thread fell asleep releases it; for auto
+  // reset it takes one of the releases owed, if one is left.
+  bool TakePulse() {
+    if (!Pulsed()) return false;
+    if (state_.manualReset) return true;
+    if (state_.pulseReleases == 0) return false;
+    --state_.pulseReleases;
+    return true;
+  }
 
  private:
+  bool Pulsed() const { return state_.pulses != seen_; }
+
   EventState &state_;
+  std::uint32_t EventState::*kind_;
+  std::uint64_t const seen_;
 };
 
 bool SleepForOne(EventState &state, Deadline const &deadline) {
-  SingleWaiter const counted(state);
-  std::uint64_t seen = state.pulses;
+  Sleeper counted(state, &EventState::singleWaiters);
   bool released = false;
   bool inTime = true;
   while (!released && inTime) {
     inTime = deadline.Sleep(state.changed, state.mutex);
-    released = TakeSignal(state) || TakePulse(state, &seen);
+    released = TakeSignal(state) || counted.TakePulse();
   }
   return released;
 }
 
-// Counts a thread asleep here in WaitForAll, like SingleWaiter.
-class AllWaiter {
- public:
-  explicit AllWaiter(EventState &state) : state_(state) { ++state_.allWaiters; }
-  ~AllWaiter() { --state_.allWaiters; }
-  AllWaiter(AllWaiter const &) = delete;
-  AllWaiter &operator=(AllWaiter const &) = delete;
-
- private:
-  EventState &state_;
-};
-
 // Sleeps for a wait-for-all on the event that holds it up, until that event
 // is signalled or pulsed or the deadline passes. True if a pulse ended it:
-// the event then counts as signalled for one more check of all of them.
+// the event then counts as signalled for one more check of all of them,
+// and of an auto-reset event this thread holds the pulse's release.
 bool SleepForAll(EventState &state, Deadline const &deadline, bool *inTime) {
-  AllWaiter const counted(state);
-  std::uint64_t const seen = state.pulses;
-  while (*inTime && !state.signalled && state.pulses == seen) *inTime = deadline.Sleep(state.changed, state.mutex);
-  return !state.signalled && state.pulses != seen;
+  Sleeper counted(state, &EventState::allWaiters);
+  for (;;) {
+    if (state.signalled) return false;
+    if (counted.TakePulse()) return true;
+    if (!*inTime) return false;
+    *inTime = deadline.Sleep(state.changed, state.mutex);
+  }
+}
+
+// Gives back the release of an auto-reset pulse that a wait-for-all held
+// but could not use, if a thread asleep at the pulse is left to take it.
+bool ReturnPulse(EventState &state) {
+  if (state.manualReset || state.pulseReleases >= state.asleepAtPulse) return false;
+  ++state.pulseReleases;
+  return true;
 }
 
 // The events of a wait-for-all in lock order; false if the set is not one
@@ -136,6 +147,7 @@ Event::~Event() {
 // wait-for-all cannot take the signal of an auto-reset event on behalf of
 // a thread asleep in Wait.
 void Event::Set() {
+  SeamSection const section;  // a suspension waits until the sleepers are woken too
   EventState &state = State(storage_);
   bool sleepers;
   {
@@ -153,13 +165,16 @@ void Event::Reset() {
 }
 
 void Event::Pulse() {
+  SeamSection const section;  // as in Set
   EventState &state = State(storage_);
   bool sleepers;
   {
     Locked locked(state.mutex);
-    sleepers = state.singleWaiters + state.allWaiters > 0;
+    std::uint32_t const asleep = state.singleWaiters + state.allWaiters;
+    sleepers = asleep > 0;
     if (sleepers) {
-      if (!state.manualReset && state.singleWaiters > state.pulseReleases) ++state.pulseReleases;
+      if (!state.manualReset && asleep > state.pulseReleases) ++state.pulseReleases;
+      state.asleepAtPulse = asleep;
       ++state.pulses;
     }
     state.signalled = false;
@@ -178,6 +193,7 @@ WaitResult Event::Wait(std::uint32_t milliseconds) {
 WaitResult Event::WaitForAll(Event *const *events, std::size_t count, std::uint32_t milliseconds) {
   Event *sorted[kMaximumWaitObjects];
   if (!SortDistinct(events, count, sorted)) return WaitResult::kFailed;
+  SeamSection const section;  // over the locks taken by hand below
   EventState *states[kMaximumWaitObjects];
   std::transform(sorted, sorted + count, states, [](Event *event) { return &State(event->storage_); });
   auto lockAll = [&] { for (std::size_t i = 0; i < count; ++i) pthread_mutex_lock(&states[i]->mutex); };
@@ -199,7 +215,9 @@ WaitResult Event::WaitForAll(Event *const *events, std::size_t count, std::uint3
       return WaitResult::kSignalled;
     }
     EventState &holdUp = **blocker;
+    EventState *const returned = pulsed != nullptr && ReturnPulse(*pulsed) ? pulsed : nullptr;
     unlockAllBut(&holdUp);
+    if (returned != nullptr) pthread_cond_broadcast(&returned->changed);
     Locked locked(holdUp.mutex, Locked::kAlreadyHeld);
     if (!inTime) return WaitResult::kTimeout;
     pulsed = SleepForAll(holdUp, deadline, &inTime) ? &holdUp : nullptr;

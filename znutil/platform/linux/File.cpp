@@ -8,6 +8,7 @@
 
 #include <znutil/platform/PathText.h>
 #include <znutil/platform/linux/HandleObject.h>
+#include <znutil/platform/linux/PosixSync.h>
 
 namespace znutil {
 namespace platform {
@@ -87,6 +88,7 @@ bool GetFileSize(HANDLE file, std::uint64_t *size) {
 }
 
 bool CloseHandle(HANDLE handle) {
+  SeamSection const section;  // see BeginThread
   HandleObject *object = ObjectOf(handle);
   delete object;
   return object != nullptr;

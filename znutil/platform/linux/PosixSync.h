@@ -1,6 +1,7 @@
 // Small helpers over pthread mutexes and condition variables that the Linux
 // code of the seam shares: a scoped lock, a deadline on the monotonic clock,
-// and a scope in which the calling thread cannot be cancelled.
+// a scope in which the calling thread cannot be cancelled, and one in which
+// it does not park for SuspendThread.
 //
 // Thread cancellation unwinds the stack, so every lock that is held across a
 // cancellation point (a condition wait) is released by a destructor.
@@ -17,6 +18,23 @@
 namespace znutil {
 namespace platform {
 
+// The seam's locks stand for kernel objects, which a suspended thread
+// cannot hold up. So a thread holds them only inside seam sections: a park
+// signal that arrives in one is taken as a suspension at once, but the
+// thread parks only when its last section ends, before it returns to its
+// caller's code (ThreadSuspend.cpp). Sections nest.
+void EnterSeamSection();
+void LeaveSeamSection();
+
+class SeamSection {
+ public:
+  SeamSection() { EnterSeamSection(); }
+  ~SeamSection() { LeaveSeamSection(); }
+  SeamSection(SeamSection const &) = delete;
+  SeamSection &operator=(SeamSection const &) = delete;
+};
+
+/// A held mutex of the seam, inside a seam section of its own.
 class Locked {
  public:
   enum Adopt { kAlreadyHeld };
@@ -27,21 +45,28 @@ class Locked {
   Locked &operator=(Locked const &) = delete;
 
  private:
+  SeamSection const section_;  // entered before the lock, left after it
   pthread_mutex_t &mutex_;
 };
+
+/// The point `milliseconds` from now on the monotonic clock.
+inline timespec MonotonicAfter(std::uint32_t milliseconds) {
+  timespec at;
+  clock_gettime(CLOCK_MONOTONIC, &at);
+  at.tv_sec += milliseconds / 1000;
+  at.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000L;
+  if (at.tv_nsec >= 1000000000L) {
+    at.tv_nsec -= 1000000000L;
+    ++at.tv_sec;
+  }
+  return at;
+}
 
 /// A point `milliseconds` from now on the monotonic clock; INFINITE never comes.
 class Deadline {
  public:
-  explicit Deadline(std::uint32_t milliseconds) : infinite_(milliseconds == INFINITE) {
-    clock_gettime(CLOCK_MONOTONIC, &at_);
-    at_.tv_sec += milliseconds / 1000;
-    at_.tv_nsec += static_cast<long>(milliseconds % 1000) * 1000000L;
-    if (at_.tv_nsec >= 1000000000L) {
-      at_.tv_nsec -= 1000000000L;
-      ++at_.tv_sec;
-    }
-  }
+  explicit Deadline(std::uint32_t milliseconds)
+      : infinite_(milliseconds == INFINITE), at_(MonotonicAfter(milliseconds)) {}
 
   /// Sleeps on `changed` (made by InitMonotonicCondition) with `mutex` held
   /// until woken; false once the deadline has passed.

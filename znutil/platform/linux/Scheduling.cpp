@@ -1,10 +1,12 @@
-// Yield and sleep over sched_yield and nanosleep.
+// Yield and sleep over sched_yield and clock_nanosleep.
 #include <znutil/platform/Scheduling.h>
 
 #include <atomic>
 #include <cerrno>
 #include <ctime>
 #include <sched.h>
+
+#include <znutil/platform/linux/PosixSync.h>
 
 namespace znutil {
 namespace platform {
@@ -30,9 +32,11 @@ void SleepMilliseconds(std::uint32_t milliseconds) {
     sched_yield();
     return;
   }
-  timespec remaining{static_cast<time_t>(milliseconds / 1000),
-                     static_cast<long>(milliseconds % 1000) * 1000000L};
-  while (nanosleep(&remaining, &remaining) != 0 && errno == EINTR) {
+  // To a point on the clock, so that a signal (a suspension parks the
+  // thread in one) does not start the sleep again with the time that was
+  // left: the sleep ends by the clock, suspended time included.
+  timespec const deadline = MonotonicAfter(milliseconds);
+  while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &deadline, nullptr) == EINTR) {
   }
 }
 

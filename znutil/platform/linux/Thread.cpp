@@ -142,7 +142,11 @@ DWORD GetCurrentThreadId() {
   return tlsThreadId;
 }
 
+// Like the kernel calls they stand for, thread start and the handle calls
+// run to their end before the caller parks: a thread suspended in the C
+// library's allocator or thread start would hold up every other caller.
 HANDLE BeginThread(ThreadRoutine routine, void *argument, bool suspended) {
+  SeamSection const section;
   auto *record = new ThreadRecord(/*ownsQueue=*/true);
   record->references.store(2);  // the handle's and the thread's
   if (suspended) record->suspendWord.store(ThreadRecord::kOne);
@@ -166,6 +170,7 @@ HANDLE BeginThread(ThreadRoutine routine, void *argument, bool suspended) {
 }
 
 HANDLE OpenCurrentThread() {
+  SeamSection const section;
   if (tlsRecord == nullptr) {
     auto *record = new ThreadRecord(/*ownsQueue=*/false);
     record->started = true;
@@ -175,6 +180,7 @@ HANDLE OpenCurrentThread() {
 }
 
 HANDLE DuplicateHandle(HANDLE thread) {
+  SeamSection const section;
   ThreadRecord *record = RecordOf(thread);
   return record != nullptr ? new ThreadHandleObject(Acquire(record)) : nullptr;
 }

@@ -36,10 +36,11 @@ struct ThreadRecord {
   bool started = false;  // past the gate; from then on it is parked by signal
   bool ended = false;    // no signal or cancellation may reach it any more
 
-  // The suspend count times 2, plus kInHandler while the thread is (or is
-  // about to be) in the park signal's handler. Only `control` holders
-  // change the count; the handler clears kInHandler when it leaves. The
-  // parked thread sleeps on this word.
+  // The suspend count times 2, plus kInHandler while a park signal is on
+  // its way, its handler runs, or the thread is parked. Only `control`
+  // holders change the count; the thread clears kInHandler when it stops
+  // parking (or puts the park off to the end of a seam section, setting it
+  // again when it parks then). The parked thread sleeps on this word.
   std::atomic<std::uint32_t> suspendWord{0};
   static constexpr std::uint32_t kInHandler = 1;
   static constexpr std::uint32_t kOne = 2;

@@ -7,6 +7,13 @@
 // there. A park signal is sent only when the thread is not already in the
 // handler (kInHandler clear), so there is never more than one in flight.
 //
+// A signal that finds the thread in a seam section (holding, or about to
+// take, a lock of the seam) counts as taken, so that SuspendThread returns,
+// but the thread parks only when its last section ends: before it runs any
+// more of its caller's code, and holding no lock that others need. It may
+// meanwhile finish what it was doing inside the seam, a wait included, as
+// a suspended thread's wait on Windows can be satisfied.
+//
 // The handler makes only raw system calls and atomic operations: it is
 // async-signal-safe, and, under ThreadSanitizer, it never enters the
 // runtime's interceptors, which could otherwise run other pending signal
@@ -14,6 +21,7 @@
 // saves errno and turns cancellation off while it runs.
 #include <znutil/platform/Thread.h>
 
+#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -22,6 +30,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <znutil/platform/ThreadLocal.h>
 #include <znutil/platform/linux/PosixSync.h>
 #include <znutil/platform/linux/ThreadRecord.h>
 #include <znutil/platform/linux/ThreadSuspend.h>
@@ -43,9 +52,19 @@ void FutexWakeAll(std::atomic<std::uint32_t> &word) {
   syscall(SYS_futex, reinterpret_cast<std::uint32_t *>(&word), FUTEX_WAKE_PRIVATE, INT_MAX, nullptr, nullptr, 0);
 }
 
-void Park(ThreadRecord &record) {
+// Open seam sections of this thread, and whether a park waits for their end.
+ZNUTIL_THREAD_LOCAL std::atomic<std::uint32_t> tlsSeamDepth{0};
+ZNUTIL_THREAD_LOCAL std::atomic<bool> tlsParkDeferred{false};
+
+// Tells the suspender that its park signal has been taken.
+void AcknowledgePark(ThreadRecord &record) {
   record.parkings.fetch_add(1);
   FutexWakeAll(record.parkings);
+}
+
+// Sleeps while the suspend count is above 0, with kInHandler set; clears it
+// together with seeing the count at 0.
+void SleepWhileSuspended(ThreadRecord &record) {
   for (;;) {
     std::uint32_t word = record.suspendWord.load();
     if (word >= ThreadRecord::kOne) {
@@ -60,9 +79,32 @@ void OnPark(int) {
   int const savedErrno = errno;
   int cancelState;
   pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState);
-  if (ThreadRecord *record = CurrentRecord()) Park(*record);
+  if (ThreadRecord *record = CurrentRecord()) {
+    AcknowledgePark(*record);
+    if (tlsSeamDepth.load(std::memory_order_relaxed) == 0) {
+      SleepWhileSuspended(*record);
+    } else {
+      tlsParkDeferred.store(true, std::memory_order_relaxed);
+      record->suspendWord.fetch_and(~ThreadRecord::kInHandler);
+    }
+  }
   pthread_setcancelstate(cancelState, nullptr);
   errno = savedErrno;
+}
+
+// The park that a signal inside a seam section put off, now that the last
+// section has ended.
+void ParkDeferred() {
+  tlsParkDeferred.store(false, std::memory_order_relaxed);
+  ThreadRecord *record = CurrentRecord();
+  if (record == nullptr) return;
+  std::uint32_t word = record->suspendWord.load();
+  do {
+    // Resumed meanwhile; or suspended again with a signal on its way, whose
+    // handler parks the thread.
+    if (word < ThreadRecord::kOne || (word & ThreadRecord::kInHandler)) return;
+  } while (!record->suspendWord.compare_exchange_weak(word, word | ThreadRecord::kInHandler));
+  SleepWhileSuspended(*record);
 }
 
 bool InstallHandler() {
@@ -95,6 +137,19 @@ void Wake(ThreadRecord &record, std::uint32_t word) {
 }
 
 }  // namespace
+
+void EnterSeamSection() {
+  tlsSeamDepth.store(tlsSeamDepth.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+}
+
+void LeaveSeamSection() {
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+  std::uint32_t const depth = tlsSeamDepth.load(std::memory_order_relaxed) - 1;
+  tlsSeamDepth.store(depth, std::memory_order_relaxed);
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+  if (depth == 0 && tlsParkDeferred.load(std::memory_order_relaxed)) ParkDeferred();
+}
 
 void UnblockParkSignal() {
   sigset_t signals;

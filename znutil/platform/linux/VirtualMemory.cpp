@@ -13,6 +13,7 @@
 #endif
 #endif
 #ifdef ZNUTIL_LEAK_SANITIZER
+#include <sanitizer/asan_interface.h>
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -52,6 +53,12 @@ bool CommitGuardPages(void *address, std::size_t bytes) {
 bool DecommitPages(void *address, std::size_t bytes) {
   return madvise(address, bytes, MADV_DONTNEED) == 0 && mprotect(address, bytes, PROT_NONE) == 0;
 }
+
+#ifdef ZNUTIL_ADDRESS_SANITIZER
+void Poison(void const *address, std::size_t bytes) { __asan_poison_memory_region(address, bytes); }
+
+void Unpoison(void const *address, std::size_t bytes) { __asan_unpoison_memory_region(address, bytes); }
+#endif
 
 void ReleaseAddressSpace(void *base, std::size_t reserved) {
 #ifdef ZNUTIL_LEAK_SANITIZER
