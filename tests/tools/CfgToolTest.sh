@@ -5,22 +5,7 @@ set -u
 tool=$1
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-failures=0
-
-# check NAME EXPECTED_STATUS EXPECTED_OUTPUT -- COMMAND...
-check() {
-  local name=$1 status=$2 expected=$3
-  shift 4
-  local output actual
-  output=$("$@" 2>&1)
-  actual=$?
-  if [ "$actual" != "$status" ] || [ "$output" != "$expected" ]; then
-    echo "FAIL $name: status $actual (wanted $status)"
-    echo "  got:    $(printf '%q' "$output")"
-    echo "  wanted: $(printf '%q' "$expected")"
-    failures=$((failures + 1))
-  fi
-}
+. "$(dirname "$0")/ToolTestSupport.sh"
 
 cd "$work"
 printf '# hand-made\nsection "Net" "Port" = (integer) 80\n"Port" (alpha7) = (integer) 8080\n"Host" = "a \\"b\\""\n' > hand.cfg
@@ -77,5 +62,4 @@ for action in "" get set list check; do
     *) echo "FAIL cfg $action --help: $help"; failures=$((failures + 1)) ;; esac
 done
 
-[ $failures = 0 ] && echo "all znutil cfg cases passed"
-exit $((failures > 0))
+finish "znutil cfg"

@@ -5,26 +5,12 @@ set -u
 tool=$1
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-failures=0
+. "$(dirname "$0")/ToolTestSupport.sh"
 
 printf 'The cat sat\non the mat.\nA Dog barked\n(cat)\n' > "$work/a.txt"
 printf 'report.txt\nreport.txt.bak\nnotes.TXT\n' > "$work/names.txt"
 printf 'dog\n' > "$work/b.txt"
 
-# check NAME EXPECTED_STATUS EXPECTED_OUTPUT -- COMMAND...
-check() {
-  local name=$1 status=$2 expected=$3
-  shift 4
-  local output actual
-  output=$("$@" 2>&1)
-  actual=$?
-  if [ "$actual" != "$status" ] || [ "$output" != "$expected" ]; then
-    echo "FAIL $name: status $actual (wanted $status)"
-    echo "  got:    $(printf '%q' "$output")"
-    echo "  wanted: $(printf '%q' "$expected")"
-    failures=$((failures + 1))
-  fi
-}
 
 cd "$work"
 check "literal folds case" 0 $'The cat sat\n(cat)' -- "$tool" grep cat a.txt
@@ -57,5 +43,4 @@ help=$("$tool" --help); status=$?
 case "$help" in *"grep "*) [ $status = 0 ] || { echo "FAIL --help status"; failures=$((failures + 1)); } ;;
   *) echo "FAIL --help: $help"; failures=$((failures + 1)) ;; esac
 
-[ $failures = 0 ] && echo "all znutil grep cases passed"
-exit $((failures > 0))
+finish "znutil grep"

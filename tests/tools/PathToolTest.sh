@@ -5,22 +5,7 @@ set -u
 tool=$(readlink -f "$1")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-failures=0
-
-# check NAME EXPECTED_STATUS EXPECTED_OUTPUT -- COMMAND...
-check() {
-  local name=$1 status=$2 expected=$3
-  shift 4
-  local output actual
-  output=$("$@" 2>&1)
-  actual=$?
-  if [ "$actual" != "$status" ] || [ "$output" != "$expected" ]; then
-    echo "FAIL $name: status $actual (wanted $status)"
-    echo "  got:    $(printf '%q' "$output")"
-    echo "  wanted: $(printf '%q' "$expected")"
-    failures=$((failures + 1))
-  fi
-}
+. "$(dirname "$0")/ToolTestSupport.sh"
 
 folder=$(dirname "$(readlink -f "$tool")")
 parent=$(dirname "$folder")
@@ -72,5 +57,4 @@ for help in "path --help" "path search --help"; do
     *) echo "FAIL $help: $output"; failures=$((failures + 1)) ;; esac
 done
 
-[ $failures = 0 ] && echo "all znutil path cases passed"
-exit $((failures > 0))
+finish "znutil path"

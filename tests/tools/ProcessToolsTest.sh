@@ -7,27 +7,10 @@ tool=$1
 work=$(mktemp -d)
 child=
 trap '[ -n "$child" ] && kill "$child" 2>/dev/null; rm -rf "$work"' EXIT
-failures=0
+. "$(dirname "$0")/ToolTestSupport.sh"
 export ZNUTIL_REGISTRY_DIR=$work/registry
 
-fail() {
-  echo "FAIL $*"
-  failures=$((failures + 1))
-}
 
-# check NAME EXPECTED_STATUS EXPECTED_OUTPUT -- COMMAND...
-check() {
-  local name=$1 status=$2 expected=$3
-  shift 4
-  local output actual
-  output=$("$@" 2>&1)
-  actual=$?
-  if [ "$actual" != "$status" ] || [ "$output" != "$expected" ]; then
-    fail "$name: status $actual (wanted $status)"
-    echo "  got:    $(printf '%q' "$output")"
-    echo "  wanted: $(printf '%q' "$expected")"
-  fi
-}
 
 # Polls `znutil ps` (up to 10 s) until a line for the child is there (or,
 # with "gone", is not).
@@ -80,5 +63,4 @@ for command in ps env reg; do
     *) fail "$command --help: $help" ;; esac
 done
 
-[ $failures = 0 ] && echo "all znutil ps, env and reg cases passed"
-exit $((failures > 0))
+finish "znutil ps, env and reg"
