@@ -99,9 +99,11 @@ TEST_F(ZnCfgFileParserTest, ReadsNumbersSignsAndUnknownCharacters) {
             "section \"s\"\r\n\"i\" (all) =(integer) 1215752191\r\n\"j\" (all) =(integer) 7\r\n"
             "\"k\" (all) =(integer) 5\r\n\r\n");
   EXPECT_EQ(minus.messages, (Texts{JamOn(1, "-"), JamOn(1, "+")}));
-  Parsed const odd = Parse("section \"s\" $\n\n\x80\r\n\"k\" = \"v\"");
+  // A comment counts the line feed that ends it, and none at the end of input.
+  Parsed const odd = Parse("section \"s\" $#c\n\n\x80\r\n\"k\" = \"v\"");
   EXPECT_EQ(odd.Written(), "section \"s\"\r\n\"k\" (all) =(text) \"v\"\r\n\r\n");
   EXPECT_EQ(odd.messages, (Texts{JamOn(1, "$"), JamOn(3, "\x80")}));
+  EXPECT_EQ(Parse("section \"s\" \"k\" =\n#c").messages, Texts{SyntaxErrorOn(2)});
 }
 
 TEST_F(ZnCfgFileParserTest, ReadsEscapesInStrings) {
@@ -121,12 +123,13 @@ TEST_F(ZnCfgFileParserTest, ReadsEscapesInStrings) {
 }
 
 // A line feed ends a string without a token and without counting the line;
-// after a backslash it is refused and the escape still waits.
+// after a backslash it is refused and the escape still waits. A carriage
+// return right before a line feed is gone before scanning.
 TEST_F(ZnCfgFileParserTest, LineFeedsInStringsAreNotCounted) {
   Parsed const cut = Parse("section \"s\" \"k\" = \"ok\" \"cut\n$ \"j\" = \"v\"");
   EXPECT_EQ(cut.Written(), "section \"s\"\r\n\"j\" (all) =(text) \"v\"\r\n\"k\" (all) =(text) \"ok\"\r\n\r\n");
   EXPECT_EQ(cut.messages, Texts{JamOn(1, "$")});
-  Parsed const escaped = Parse("section \"s\"\n\"k\" = \"a\\\nq\"\n$");
+  Parsed const escaped = Parse("section \"s\"\n\"k\" = \"a\\\r\nq\"\n$");
   EXPECT_EQ(escaped.Written(), "section \"s\"\r\n\"k\" (all) =(text) \"aq\"\r\n\r\n");
   EXPECT_EQ(escaped.messages, (Texts{JamOn(2, "\n"), JamOn(3, "$")}));
   Parsed const broken = Parse("section \"s\"\n\"k\" = \"v\n\"j\" = \"w\"");
