@@ -26,17 +26,27 @@ using znutil_test::ScratchDirectory;
 namespace {
 
 // A one-page hole between two pages that cannot be touched. The system
-// places a new one-page mapping in the highest hole that fits, which is
-// almost always this one; the tests check that it was.
+// places a new one-page mapping in the highest hole that fits; holes higher
+// than this one (left by a sanitizer's mappings, say) are first filled with
+// pages of no access, so that it is this one. The tests check that it was.
 class PageHole {
  public:
   PageHole() : page_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))) {
     region_ = static_cast<unsigned char *>(mmap(nullptr, 3 * page_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
     munmap(region_ + page_, page_);
+    for (int plug = 0; plug < 64; ++plug) {
+      void *page = mmap(nullptr, page_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+      if (page == Hole() || page == MAP_FAILED) {
+        if (page != MAP_FAILED) munmap(page, page_);
+        break;
+      }
+      plugs_.push_back(page);
+    }
   }
   ~PageHole() {
     munmap(region_, page_);
     munmap(region_ + 2 * page_, page_);
+    for (void *page : plugs_) munmap(page, page_);
   }
   PageHole(PageHole const &) = delete;
   PageHole &operator=(PageHole const &) = delete;
@@ -45,6 +55,7 @@ class PageHole {
  private:
   std::size_t page_;
   unsigned char *region_;
+  std::vector<void *> plugs_;
 };
 
 // An image opened, if it could be, with its view right before a page that
