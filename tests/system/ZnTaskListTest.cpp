@@ -73,6 +73,8 @@ TEST(ZnTaskListTest, AChildAppearsUnderItsFullNameAndLeavesWhenItEnds) {
     GTEST_SKIP() << "cannot run programs from " << scratch.Path();
   }
   EXPECT_TRUE(Eventually(child, "a-rather-long-sleeper"));
+  std::filesystem::remove(program);  // the process keeps its name, with no removal mark
+  EXPECT_EQ(NameOf(child), "a-rather-long-sleeper");
   kill(child, SIGKILL);
   waitpid(child, nullptr, 0);
   EXPECT_TRUE(Eventually(child, ""));
