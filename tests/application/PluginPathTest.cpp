@@ -72,6 +72,7 @@ TEST_F(LibraryTest, UnsafeCornersOfThePluginPathAreSafe) {
   setenv("PLUGINS", "%PLUGINDIR%\\x;\\y", 1);
   EXPECT_EQ(PluginPath(), (Items{"\\x", "\\y"}));
   EXPECT_EQ(Text(UtilityApp::ParsePath("%PLUGINDIR%\\z")), "\\x\\z");
+  EXPECT_FALSE(UtilityApp::PluginPath(nullptr));
 }
 
 // The override cannot be taken back, so it is tried in a child (which

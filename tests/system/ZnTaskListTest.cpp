@@ -98,6 +98,8 @@ TEST(ZnTaskListTest, MatchTaskNameComparesTheTextInUpperCase) {
       {"", "[A]", false},           {"b", "[]B", false},         {"ab", "[A]B", true},
   };
   for (MatchCase const &c : cases) EXPECT_EQ(MatchTaskName(c.text, c.pattern), c.matches) << c.text << " " << c.pattern;
+  EXPECT_FALSE(MatchTaskName(nullptr, "*"));
+  EXPECT_FALSE(MatchTaskName("abc", nullptr));
 }
 
 }  // namespace

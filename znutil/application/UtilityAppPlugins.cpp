@@ -77,6 +77,7 @@ ZnString PluginPathText(int source) {
 }  // namespace
 
 bool UtilityApp::PluginPath(ZnStringList *list) {
+  if (list == nullptr) return false;
   ZnString text;
   if (bOverrideOnPluginPath) {
     text = fsLastSuccessfulPluginDir;

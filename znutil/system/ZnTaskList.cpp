@@ -64,6 +64,7 @@ bool InSet(int c, char const *set, char const **end) {
 }  // namespace
 
 bool MatchTaskName(char const *text, char const *pattern) {
+  if (text == nullptr || pattern == nullptr) return false;
   for (;; ++text, ++pattern) {
     switch (*pattern) {
       case '\0':
