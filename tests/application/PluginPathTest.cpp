@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <znutil/logging/ZnLogger.h>
+#include <znutil/system/ZnDirectory.h>
 #include <znutil/text/ZnStringList.h>
 
 #include "LibraryFixture.h"
@@ -84,11 +85,15 @@ TEST_F(LibraryTest, PathsExpandOnSeveralThreadsAtOnce) {
   UtilityApp::SetPath("Shared", "\\shared");
   ZnString const path("\\%APPNAME%%startupdir%%Shared%%PLUGINDIR%");
   std::string const once = Text(UtilityApp::ParsePath(path));
+  std::string const relative = Text(ZnDirectory::CreateRelativePath("a\\b", "c"));  // from the start-up folder
   std::atomic<int> wrong{0};
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([&] {
-      for (int round = 0; round < 100; ++round) wrong += Text(UtilityApp::ParsePath(path.Chars())) != once;
+      for (int round = 0; round < 100; ++round) {
+        wrong += Text(UtilityApp::ParsePath(path.Chars())) != once;
+        wrong += Text(ZnDirectory::CreateRelativePath("a\\b", "c")) != relative;
+      }
     });
   }
   for (std::thread &thread : threads) thread.join();
