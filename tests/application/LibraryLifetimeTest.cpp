@@ -2,6 +2,8 @@
 // own settings, through the interface an application uses.
 #include <cstdlib>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/platform/UserInterface.h>
@@ -129,6 +131,29 @@ TEST_F(LibraryTest, OnlyAStartWithAUserInterfaceBringsUpTheLogger) {
   ShutdownUtilityLibrary();
   EXPECT_FALSE(ZnLogger::IsInitialized());
   EXPECT_EQ(Count(ReadFile(LogFile()), "\tinto LOGDIR\n"), 1);  // nothing lost at the stop
+  InitializeUtilityLibrary("", Profile().c_str(), false);  // no suggestion: the title stays
+  EXPECT_TRUE(WaitFor([] { return Text(Frame().fsTitle) == "Test Log"; }));
+}
+
+// Four threads make the same call at once.
+template <typename Call>
+void OnFourThreads(Call call) {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) threads.emplace_back(call);
+  for (std::thread &thread : threads) thread.join();
+}
+
+TEST_F(LibraryTest, StartsAndStopsFromSeveralThreadsHaveOneWinnerEach) {
+  unsigned long const controls = znutil::platform::CountUserInterfaceCalls().initCommonControls;
+  for (unsigned long round = 1; round <= 3; ++round) {
+    OnFourThreads([this] { InitializeUtilityLibrary("", Profile().c_str(), false); });
+    EXPECT_EQ(znutil::platform::CountUserInterfaceCalls().initCommonControls, controls + round);
+    EXPECT_TRUE(app_.WriteProfileInt("View", "Round", static_cast<int>(round)));
+    OnFourThreads([] { ShutdownUtilityLibrary(); });
+    EXPECT_FALSE(ZnLogger::IsInitialized());
+    EXPECT_FALSE(app_.WriteProfileInt("View", "Round", 0));
+  }
+  EXPECT_NE(ReadFile(Profile()).find("\"Round\" (all) =(integer) 3\r\n"), std::string::npos);
 }
 
 TEST_F(LibraryTest, TheLoggerKeepsTheHighBitsOfItsFlagsFromRunToRun) {

@@ -1,9 +1,12 @@
 // Where the library looks for plug-ins: the order of the sources, the bad
 // words of PLUGINS_ORDER, and the corners that must not recurse or fault.
+#include <atomic>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <znutil/logging/ZnLogger.h>
+#include <znutil/system/ZnDirectory.h>
 #include <znutil/text/ZnStringList.h>
 
 #include "LibraryFixture.h"
@@ -72,6 +75,30 @@ TEST_F(LibraryTest, UnsafeCornersOfThePluginPathAreSafe) {
   setenv("PLUGINS", "%PLUGINDIR%\\x;\\y", 1);
   EXPECT_EQ(PluginPath(), (Items{"\\x", "\\y"}));
   EXPECT_EQ(Text(UtilityApp::ParsePath("%PLUGINDIR%\\z")), "\\x\\z");
+  EXPECT_FALSE(UtilityApp::PluginPath(nullptr));
+}
+
+// Expansions on several threads at once give what one thread gets, and share
+// no string count of the process-wide texts (the thread sanitizer checks).
+TEST_F(LibraryTest, PathsExpandOnSeveralThreadsAtOnce) {
+  Start();
+  UtilityApp::SetPath("Shared", "\\shared");
+  ZnString const path("\\%APPNAME%%startupdir%%Shared%%PLUGINDIR%");
+  std::string const once = Text(UtilityApp::ParsePath(path));
+  std::string const relative = Text(ZnDirectory::CreateRelativePath("a\\b", "c"));  // from the start-up folder
+  std::atomic<int> wrong{0};
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([&] {
+      for (int round = 0; round < 100; ++round) {
+        wrong += Text(UtilityApp::ParsePath(path.Chars())) != once;
+        wrong += Text(ZnDirectory::CreateRelativePath("a\\b", "c")) != relative;
+      }
+    });
+  }
+  for (std::thread &thread : threads) thread.join();
+  EXPECT_EQ(wrong.load(), 0);
+  UtilityApp::SetPath("Shared", "");
 }
 
 // The override cannot be taken back, so it is tried in a child (which

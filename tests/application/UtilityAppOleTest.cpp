@@ -3,6 +3,7 @@
 #include <znutil/application/UtilityApp.h>
 
 #include <thread>
+#include <vector>
 
 #include <znutil/concurrency/ZnThread.h>
 #include <znutil/platform/UserInterface.h>
@@ -46,15 +47,19 @@ TEST(UtilityAppOleTest, AThreadThatNeverInitializedGivesNothingBackAtItsEnd) {
   EXPECT_EQ(Uninitializes(), uninitializes);
 }
 
-TEST(UtilityAppOleTest, AForeignThreadIsAttachedButNeverUninitialized) {
+TEST(UtilityAppOleTest, ForeignThreadsAreAttachedButNeverUninitialized) {
   unsigned long const initializes = Initializes(), uninitializes = Uninitializes();
-  std::thread([] {
-    EXPECT_EQ(UtilityApp::OleInitialize(), S_OK);
-    EXPECT_EQ(UtilityApp::OleInitialize(), 1);  // the attach gave it data to keep the flag in
-    EXPECT_EQ(ZnThread::GetThread(), nullptr);
-    UtilityApp::OleUninitialize();
-  }).join();
-  EXPECT_EQ(Initializes(), initializes + 1);
+  std::vector<std::thread> threads;  // several at once, each with a latch of its own
+  for (int i = 0; i < 4; ++i) {
+    threads.emplace_back([] {
+      EXPECT_EQ(UtilityApp::OleInitialize(), S_OK);
+      EXPECT_EQ(UtilityApp::OleInitialize(), 1);  // the attach gave it data to keep the flag in
+      EXPECT_EQ(ZnThread::GetThread(), nullptr);
+      UtilityApp::OleUninitialize();
+    });
+  }
+  for (std::thread &thread : threads) thread.join();
+  EXPECT_EQ(Initializes(), initializes + 4);
   EXPECT_EQ(Uninitializes(), uninitializes);
 }
 

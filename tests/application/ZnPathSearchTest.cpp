@@ -43,7 +43,9 @@ TEST_F(ZnPathSearchTest, FirstDirectoryOfTheListWins) {
   ZnPathSearch search("no\\such\\folder\\tool.cfg", (List("acb") + ";").c_str());
   EXPECT_EQ(Text(search.Search()), In("c/tool.cfg"));
   ZnPathSearch copy(search);
-  search.NewSearch("missing.cfg", NULL_STRING);  // keeps the list
+  search.NewSearch("elsewhere\\tool.cfg", NULL_STRING);  // keeps the list
+  EXPECT_EQ(Text(search.Search()), In("c/tool.cfg"));
+  search.NewSearch("missing.cfg", NULL_STRING);
   EXPECT_EQ(Text(search.Search()), "");
   search.NewSearch("tool.cfg", (";;" + List("b")).c_str());  // empty items name no folder
   EXPECT_EQ(Text(search.Search()), In("b/tool.cfg"));

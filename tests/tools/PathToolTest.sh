@@ -19,6 +19,7 @@ check "identity" 0 "znutil.cfg" -- "$tool" path expand '%AppName%.cfg'
 check "start-up folder" 0 "${parent//\//\\}\\data" -- "$tool" path expand '%STARTUPDIR%\..\data'
 check "native" 0 "$parent/data" -- "$tool" path expand --native '%startupdir%/../data'
 check "fixed tokens" 0 "\\Tesserae_2.13${folder//\//\\}\\PLUGINS\\x" -- env -u PLUGINS -u PLUGINS_ORDER "$tool" path expand '\%appversion%%PLUGINDIR%\x'
+check "plug-in folder" 0 '\p1\x' -- env -u PLUGINS_ORDER PLUGINS='\p1;\p2' "$tool" path expand '%PluginDir%\x'
 check "home" 0 '\home\tester\.app' -- "$tool" path expand '%HOME%\.app'
 check "home from the user" 0 '\home\bob' -- env -u HOME USERNAME=bob "$tool" path expand '%HOME%'
 check "named paths" 0 '\srv\data\out;\opt' -- \

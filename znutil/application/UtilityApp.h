@@ -101,7 +101,7 @@ class ZNUTIL_API UtilityApp {
   /// env is the variable PLUGINS, reg the entry PLUGINS of section PATHS
   /// of the profile, then of the global file, dir the folder PLUGINS under
   /// the start-up directory. Items are separated by ";"; empty ones are
-  /// dropped. Bad words are logged and skipped.
+  /// dropped. Bad words are logged and skipped. False for a null `list`.
   static bool PluginPath(ZnStringList *list);
   /// The first folder of PluginPath, or empty when there is none. Inside a
   /// plug-in path, %PLUGINDIR% expands to nothing.

@@ -14,10 +14,9 @@ namespace {
 
 thread_local int iOleInitialized = 0;
 
-ZnString const &OleInitializeName() {
-  static ZnString const name("OleInitialize");
-  return name;
-}
+// A fresh name for each use: string counts are plain, so one name shared by
+// all threads would be counted by several of them at once.
+char const kOleInitializeName[] = "OleInitialize";
 
 // Every thread that ends gives OLE back, as the detach of the library does.
 [[maybe_unused]] bool const bDetachWorkSet =
@@ -27,11 +26,12 @@ ZnString const &OleInitializeName() {
 
 long UtilityApp::OleInitialize() {
   znutil::detail::AttachThread();
-  auto *flag = static_cast<int *>(ZnThread::GetThreadData(OleInitializeName()));
+  ZnString const name(kOleInitializeName);
+  auto *flag = static_cast<int *>(ZnThread::GetThreadData(name));
   if (flag == nullptr) {
     flag = &iOleInitialized;
     *flag = 0;
-    ZnThread::AllocThreadData(OleInitializeName(), flag);
+    ZnThread::AllocThreadData(name, flag);
   }
   if (*flag != 0) return 1;
   *flag = 1;
@@ -40,5 +40,5 @@ long UtilityApp::OleInitialize() {
 
 void UtilityApp::OleUninitialize() {
   if (ZnThread::GetThread() == nullptr) return;
-  if (ZnThread::GetThreadData(OleInitializeName()) != nullptr) znutil::platform::OleUninitialize();
+  if (ZnThread::GetThreadData(ZnString(kOleInitializeName)) != nullptr) znutil::platform::OleUninitialize();
 }

@@ -10,6 +10,11 @@ namespace {
 
 char const kMark = '%';
 
+// Paths may be expanded on several threads at once, and string counts are
+// plain: the process-wide texts are handed out and stored as copies of
+// their characters, never as shares of their storage.
+ZnString Copied(ZnString const &text) { return ZnString(text.Chars()); }
+
 // The named paths of SetPath, owned: an owning list of pairs deletes them.
 ZnTStringKeyOrderedList<ZnNamePathPair> &NamePathPairs() {
   static ZnTStringKeyOrderedList<ZnNamePathPair> plNamePathPairs(true);
@@ -19,14 +24,14 @@ ZnTStringKeyOrderedList<ZnNamePathPair> &NamePathPairs() {
 ZnString NamedPath(ZnString const &token) {
   ZnListContext position;
   ZnNamePathPair const *pair = NamePathPairs().Find(token.ToLower(), position);
-  return pair != nullptr ? pair->GetPath() : ZnString();
+  return pair != nullptr ? Copied(pair->GetPath()) : ZnString();
 }
 
 // The value of the token between two marks; built-in names first.
 ZnString TokenValue(ZnString const &token) {
   ZnString const name = token.ToUpper();
-  if (name == "APPNAME") return UtilityApp::AppName();
-  if (name == "STARTUPDIR") return UtilityApp::StartupDir();
+  if (name == "APPNAME") return Copied(UtilityApp::AppName());
+  if (name == "STARTUPDIR") return Copied(UtilityApp::StartupDir());
   if (name == "PLUGINDIR") return UtilityApp::PluginDirectory();
   if (name == "APPVERSION") return ZnString("Tesserae_2.13");
   if (name == "HOME") return ZnString(znutil::platform::UserHomeDirectory().c_str());
@@ -62,8 +67,8 @@ void UtilityApp::SetPath(ZnString const &name, ZnString const &path) {
   if (path == NULL_STRING) {
     if (pair != nullptr) NamePathPairs().Delete(key);
   } else if (pair != nullptr) {
-    pair->SetPath(path);
+    pair->SetPath(Copied(path));
   } else {
-    NamePathPairs().Add(new ZnNamePathPair(name, path));
+    NamePathPairs().Add(new ZnNamePathPair(Copied(name), Copied(path)));
   }
 }

@@ -11,6 +11,8 @@
 #include <znutil/platform/ThreadLocal.h>
 #include <znutil/text/ZnStringList.h>
 
+// Read by any thread that asks for the plug-in path: it is stored and read
+// as characters, never shared, since string counts are plain.
 ZnString UtilityApp::fsLastSuccessfulPluginDir;
 bool UtilityApp::bOverrideOnPluginPath = false;
 
@@ -68,7 +70,7 @@ ZnString PluginPathText(int source) {
     case kEnvironmentSource:
       return ZnEnvVariable(fsPluginsName).Get();
     case kDirectorySource:
-      return UtilityApp::StartupDir() + ZnString("\\") + ZnString(fsPluginsName);
+      return ZnString(UtilityApp::StartupDir().Chars()) << "\\" << fsPluginsName;
     default:
       return ZnString();
   }
@@ -77,9 +79,10 @@ ZnString PluginPathText(int source) {
 }  // namespace
 
 bool UtilityApp::PluginPath(ZnStringList *list) {
+  if (list == nullptr) return false;
   ZnString text;
   if (bOverrideOnPluginPath) {
-    text = fsLastSuccessfulPluginDir;
+    text = fsLastSuccessfulPluginDir.Chars();
   } else {
     int order[kSourceSlots];
     PluginSourceOrder(order);
@@ -112,6 +115,6 @@ ZnString UtilityApp::PluginDirectory() {
 }
 
 void UtilityApp::SetPluginDirectory(ZnString const &path) {
-  fsLastSuccessfulPluginDir = path;
+  fsLastSuccessfulPluginDir = path.Chars();
   bOverrideOnPluginPath = true;
 }

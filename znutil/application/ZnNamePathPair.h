@@ -7,9 +7,10 @@
 //   pairs.Find(ZnString("data"), position);   // found: keys are lower case
 //
 // Lists of pairs order and find them by name whatever its case, while the
-// pair keeps the name as it was given: both string compare functors lower
-// the pair's name, and a key to find must be given in lower case. An owning
-// list deletes the pairs it lets go.
+// pair keeps the name as it was given: both string compare functors compare
+// the names as lower case (with no copy, so that lookups on several threads
+// never share a string count), and a key to find is given in lower case. An
+// owning list deletes the pairs it lets go.
 #ifndef ZNUTIL_APPLICATION_ZNNAMEPATHPAIR_H
 #define ZNUTIL_APPLICATION_ZNNAMEPATHPAIR_H
 
@@ -23,7 +24,7 @@ class ZnNamePathPair {
   ZnNamePathPair(ZnString const &name, ZnString const &path) : fsName(name), fsPath(path) {}
 
   /// The name as it was given.
-  ZnString GetKey() const { return fsName; }
+  ZnString const &GetKey() const { return fsName; }
   ZnString const &GetPath() const { return fsPath; }
   void SetPath(ZnString const &path) { fsPath = path; }
 
@@ -35,14 +36,13 @@ class ZnNamePathPair {
 /// Both names in lower case.
 template <>
 inline int ZnTListItemStringKeyCompare<ZnNamePathPair>::CompareItems(void *left, void *right) {
-  return static_cast<ZnNamePathPair *>(left)->GetKey().ToLower().Compare(
-      static_cast<ZnNamePathPair *>(right)->GetKey().ToLower());
+  return static_cast<ZnNamePathPair *>(left)->GetKey().CaseCompare(static_cast<ZnNamePathPair *>(right)->GetKey());
 }
 
 /// The key string, already in lower case, against the lower-case name.
 template <>
 inline int ZnTListItemStringCompare<ZnNamePathPair>::CompareItems(void *left, void *right) {
-  return static_cast<ZnString const *>(left)->Compare(static_cast<ZnNamePathPair *>(right)->GetKey().ToLower());
+  return static_cast<ZnString const *>(left)->CaseCompare(static_cast<ZnNamePathPair *>(right)->GetKey());
 }
 
 template <>

@@ -51,7 +51,10 @@ ZnString ClimbedPath(ZnString const &base, ZnString const &path) {
 }
 
 ZnString AbsoluteLowerCase(ZnString const &path) {
-  ZnString result = ZnDirectory::CreateAbsolutePath(UtilityApp::StartupDir(), path).ToLower();
+  // A copy of the characters: this may run on several threads at once, and
+  // string counts are plain.
+  ZnString const startup(UtilityApp::StartupDir().Chars());
+  ZnString result = ZnDirectory::CreateAbsolutePath(startup, path).ToLower();
   ZnDirectory::StripTrailingDirChar(result);
   return result;
 }

@@ -61,29 +61,39 @@ bool InSet(int c, char const *set, char const **end) {
   return found;
 }
 
+// True when the text character `c` matches the one pattern item at
+// `pattern` (neither a star nor the end); `next` gets the pattern after the
+// item. The end of the text matches no item.
+bool MatchesItem(char c, char const *pattern, char const **next) {
+  if (c == '\0') return false;
+  if (*pattern == '[') return InSet(Upper(c), pattern + 1, next);
+  *next = pattern + 1;
+  return *pattern == '?' || Upper(c) == static_cast<unsigned char>(*pattern);
+}
+
 }  // namespace
 
+// Every item but a star takes one character, so on a mismatch only the last
+// star needs to take one more: time grows with text times pattern, where
+// retrying every earlier star would grow exponentially with their count.
 bool MatchTaskName(char const *text, char const *pattern) {
-  for (;; ++text, ++pattern) {
-    switch (*pattern) {
-      case '\0':
-        return *text == '\0';
-      case '*':
-        for (; *text != '\0'; ++text) {
-          if (MatchTaskName(text, pattern + 1)) return true;
-        }
-        return MatchTaskName(text, pattern + 1);
-      case '?':
-        if (*text == '\0') return false;
-        break;
-      case '[': {
-        char const *end = nullptr;
-        if (*text == '\0' || !InSet(Upper(*text), pattern + 1, &end)) return false;
-        pattern = end - 1;
-        break;
-      }
-      default:
-        if (Upper(*text) != static_cast<unsigned char>(*pattern)) return false;
+  if (text == nullptr || pattern == nullptr) return false;
+  char const *afterStar = nullptr, *starText = nullptr;
+  for (;;) {
+    char const *next = nullptr;
+    if (*pattern == '*') {
+      afterStar = ++pattern;
+      starText = text;
+      continue;
     }
+    if (*pattern == '\0' && *text == '\0') return true;
+    if (*pattern != '\0' && MatchesItem(*text, pattern, &next)) {
+      ++text;
+      pattern = next;
+      continue;
+    }
+    if (afterStar == nullptr || *starText == '\0') return false;
+    text = ++starText;
+    pattern = afterStar;
   }
 }

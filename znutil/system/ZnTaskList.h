@@ -62,7 +62,8 @@ class ZNUTIL_API ZnTaskList : public ZnTDblList<ZnTask> {
 /// Matches a process name against a wildcard pattern: `*` any run, `?` any
 /// one character, `[a-z...]` one character of a set. Each character of
 /// `text` is compared in upper case with the pattern as given, so a
-/// pattern must be written in upper case to match: deliberate.
+/// pattern must be written in upper case to match: deliberate. A null text
+/// or pattern matches nothing.
 ZNUTIL_API bool MatchTaskName(char const *text, char const *pattern);
 
 #endif  // ZNUTIL_SYSTEM_ZNTASKLIST_H

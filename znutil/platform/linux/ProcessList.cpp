@@ -7,6 +7,7 @@
 // name; one with neither has ended and is left out.
 #include <znutil/platform/ProcessList.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <dirent.h>
@@ -44,11 +45,18 @@ std::string ReadComm(std::string const &folder) {
   return comm;
 }
 
+// The kernel marks the link of an executable whose file was removed (or
+// replaced, as an upgrade does) with this suffix; the process keeps its name.
+constexpr char kDeletedMark[] = " (deleted)";
+
 std::string ExecutableBaseName(std::string const &folder) {
   char target[4096];
   ssize_t const length = readlink((folder + "/exe").c_str(), target, sizeof target - 1);
   if (length <= 0) return std::string();
-  std::string const path(target, static_cast<std::size_t>(length));
+  std::string path(target, static_cast<std::size_t>(length));
+  std::size_t const mark = path.size() - std::min(path.size(), sizeof kDeletedMark - 1);
+  // A file really named so still exists under that name.
+  if (path.compare(mark, std::string::npos, kDeletedMark) == 0 && access(path.c_str(), F_OK) != 0) path.erase(mark);
   return path.substr(path.rfind('/') + 1);
 }
 
