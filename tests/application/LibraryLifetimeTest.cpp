@@ -151,6 +151,18 @@ TEST_F(LibraryTest, TheLogFolderMayComeFromThePathsSection) {
   EXPECT_EQ(Count(ReadFile(LogFile()), "\tinto the profile's LOGDIR\n"), 1);
 }
 
+// The logger thread opens its file while the start may be writing the
+// application's name and folder (a race that ThreadSanitizer sees).
+TEST_F(LibraryTest, ALoggerStartedBeforeTheLibraryReadsItsIdentitySafely) {
+  for (int run = 0; run < 3; ++run) {
+    ZnLogger::Log(ZnLogger::kWarning, "Lifetime", "Test", "before the start");
+    Start(false);
+    ShutdownUtilityLibrary();
+  }
+  std::string const logs = ReadFile(LogFile()) + ReadFile(scratch_ / "logs/LOGGER.log");
+  EXPECT_EQ(Count(logs, "\tbefore the start\n"), 3);
+}
+
 // A disabled logger cannot be brought back, so it is tried in a child.
 TEST_F(LibraryTest, ADisabledLoggerSavesNoFlags) {
   EXPECT_EXIT(
