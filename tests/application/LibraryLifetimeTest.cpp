@@ -167,5 +167,43 @@ TEST_F(LibraryTest, TheLoggerKeepsTheHighBitsOfItsFlagsFromRunToRun) {
   ZnLogger::ClearFlags(ZnLogger::kLoud);
 }
 
+TEST_F(LibraryTest, TheLogFolderMayComeFromThePathsSection) {
+  unsetenv("LOGDIR");
+  WriteFile(Profile(), "section \"PATHS\"\n\"LOGDIR\" = (text) \"" + (scratch_ / "logs") + "\"\n");
+  Start(false);
+  ZnLogger::Log(ZnLogger::kWarning, "Lifetime", "Test", "into the profile's LOGDIR");
+  ShutdownUtilityLibrary();
+  EXPECT_EQ(Count(ReadFile(LogFile()), "\tinto the profile's LOGDIR\n"), 1);
+}
+
+// The logger thread opens its file while the start may be writing the
+// application's name and folder (a race that ThreadSanitizer sees).
+TEST_F(LibraryTest, ALoggerStartedBeforeTheLibraryReadsItsIdentitySafely) {
+  for (int run = 0; run < 3; ++run) {
+    ZnLogger::Log(ZnLogger::kWarning, "Lifetime", "Test", "before the start");
+    Start(false);
+    ShutdownUtilityLibrary();
+  }
+  std::string const logs = ReadFile(LogFile()) + ReadFile(scratch_ / "logs/LOGGER.log");
+  EXPECT_EQ(Count(logs, "\tbefore the start\n"), 3);
+}
+
+// A disabled logger cannot be brought back, so it is tried in a child.
+TEST_F(LibraryTest, ADisabledLoggerSavesNoFlags) {
+  EXPECT_EXIT(
+      {
+        Start(false);
+        ZnLogger::SetFlags(ZnLogger::kLoud);
+        ZnLogger::DisableLogger();
+        app_.WriteProfileInt("View", "Width", 1024);
+        ShutdownUtilityLibrary();
+        std::exit(0);
+      },
+      testing::ExitedWithCode(0), "");
+  std::string const profile = ReadFile(Profile());
+  EXPECT_NE(profile.find("\"Width\""), std::string::npos);
+  EXPECT_EQ(profile.find("\"Flags\""), std::string::npos);
+}
+
 }  // namespace
 }  // namespace znutil_test

@@ -57,6 +57,19 @@ TEST_F(LoggerTest, PopUpRule) {
   }
 }
 
+// A refill shows every stored row in one pass: the frame comes up again,
+// once for the whole pass.
+TEST_F(LoggerTest, RefilledRowsPopUpOncePerPass) {
+  for (char const *source : {"Keep", "Drop", "Keep"}) LogAndWait(ZnLogger::kWarning, source, source);
+  ZnLogger::ShowLoggerWindow(false);
+  int const before = Frame().iActivations;
+  ZnLogger::Filter(ZnLogger::kFilterSource, true, ZnString("keep"));
+  ASSERT_TRUE(WaitFor([] { return Frame().rows.size() == 2; }));
+  Snapshot const seen = Frame();
+  EXPECT_TRUE(seen.bVisible);
+  EXPECT_EQ(before + 1, seen.iActivations);
+}
+
 TEST_F(LoggerTest, WindowOutputOffKeepsTheFrameDownAndRemovesTheIcon) {
   ZnLogger::Initialize();
   ASSERT_TRUE(WaitFor([] { return ZnLogger::LoggerWindow() != nullptr; }));

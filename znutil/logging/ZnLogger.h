@@ -164,7 +164,7 @@ class ZNUTIL_API ZnLogger {
  private:
   friend class ZnLoggerFrame;
   friend class ZnLoggerFrameUI;
-  friend class ZnLoggerExitGuard;
+  friend class ZnLoggerProcessHooks;
 
   static ZnLogMessage *NewRecord(int typeAndFlags, ZnString const &source, ZnString const &category);
   static void Enqueue(ZnLogMessage *record);

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <string>
 
-#include <znutil/application/UtilityApp.h>
+#include <znutil/application/internal/IdentityStart.h>
 #include <znutil/logging/ZnLoggerFrame.h>
 #include <znutil/logging/internal/Entered.h>
 #include <znutil/logging/internal/LoggerSettings.h>
@@ -23,10 +23,6 @@ bool PopsUp(int messageFlags, int loggerFlags) {
          !((messageFlags | loggerFlags) & either);
 }
 
-ZnString LogFileName() {
-  ZnString const &app = UtilityApp::AppName();
-  return ZnString(app == NULL_STRING ? "LOGGER" : app.Chars()) + ZnString(".log");
-}
 
 bool OpenForAppend(std::ofstream &file, ZnString const &path) {
   file.clear();
@@ -36,10 +32,13 @@ bool OpenForAppend(std::ofstream &file, ZnString const &path) {
 
 // The log folder (when one is known), the current folder, then TEMP. A
 // place that cannot be written fails to open and is passed over; when none
-// opens, the stream stays closed and writes to it are lost quietly.
+// opens, the stream stays closed and writes to it are lost quietly. The
+// identity is read under its lock: this thread may run before the start.
 void OpenLogFile(std::ofstream &file) {
-  ZnString const name = LogFileName();
-  ZnString const folder = znutil::detail::LoggerDirectory();
+  ZnString app, startupFolder;
+  znutil::detail::IdentityStart::Read(&app, &startupFolder);
+  ZnString const name = (app == NULL_STRING ? ZnString("LOGGER") : app) + ZnString(".log");
+  ZnString const folder = znutil::detail::LoggerDirectory(startupFolder);
   if (folder != NULL_STRING && OpenForAppend(file, folder ^ name)) return;
   if (OpenForAppend(file, name)) return;
   OpenForAppend(file, ZnString(znutil::platform::TemporaryDirectory().c_str()) ^ name);

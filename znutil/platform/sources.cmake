@@ -13,6 +13,7 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   linux/FileInformation.cpp
   linux/FileMapping.cpp
   linux/FileReplace.cpp
+  linux/Fork.cpp
   linux/Heap.cpp
   linux/Host.cpp
   linux/Module.cpp

@@ -5,6 +5,7 @@
 #define ZNUTIL_APPLICATION_INTERNAL_IDENTITYSTART_H
 
 #include <znutil/platform/Export.h>
+#include <znutil/text/ZnString.h>
 
 namespace znutil {
 namespace detail {
@@ -13,6 +14,9 @@ class ZNUTIL_API IdentityStart {
  public:
   /// InitAppName, then InitStartupDirectory.
   static void Run();
+  /// Copies of AppName and StartupDir that share nothing, taken while no
+  /// start writes them: for the library's own threads.
+  static void Read(ZnString *name, ZnString *folder);
 };
 
 }  // namespace detail

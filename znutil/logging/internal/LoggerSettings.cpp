@@ -19,9 +19,8 @@ int LoadSavedLoggerFlags() { return UtilityApp().GetProfileIntA(kSection, kEntry
 
 void SaveLoggerFlags(int flags) { UtilityApp().WriteProfileInt(kSection, kEntry, flags); }
 
-// A copy of its own: the logger thread reads it while others may copy the original.
-ZnString LoggerDirectory() {
-  ZnString folder(UtilityApp::StartupDir().Chars());
+ZnString LoggerDirectory(ZnString const &startupFolder) {
+  ZnString folder(startupFolder);
   folder.GetVariable("LOGDIR");
   return folder;
 }

@@ -13,8 +13,9 @@ namespace detail {
 int LoadSavedLoggerFlags();
 /// Keeps the logger's flags (high 16 bits) for the next run.
 void SaveLoggerFlags(int flags);
-/// The folder tried first for the log file; empty for none.
-ZnString LoggerDirectory();
+/// The folder tried first for the log file: LOGDIR when set, else
+/// `startupFolder`; empty for none.
+ZnString LoggerDirectory(ZnString const &startupFolder);
 
 }  // namespace detail
 }  // namespace znutil
