@@ -36,5 +36,9 @@ bool ShutdownUtilityLibrary() {
   if (iUtilityLibraryStarted.exchange(0) == 0) return true;
   ZnLogger::Shutdown();
   ShutdownConfiguration();
+  // A message of the configuration's thread that was already on its way
+  // into the logger when it stopped may have started it again (that thread
+  // has ended now): the stop leaves no library thread.
+  if (ZnLogger::IsInitialized()) ZnLogger::Shutdown();
   return true;
 }

@@ -58,6 +58,10 @@ void ZnLogger::Shutdown() {
 // The thread ends first, then what it had not yet taken is written: every
 // message logged before this call reaches the file exactly once.
 void ZnLogger::StopThread() {
+  // Those who wait for the logger (the configuration parser keeps its
+  // messages until then) must not start it again behind a stop: from here
+  // on they queue their messages.
+  bInitialized.store(false);
   Entered lifetime(csLifetimeLock);
   ZnLoggerFrameUI *thread = pwthrdLoggerThread.load();
   if (thread == nullptr) return;
@@ -66,9 +70,6 @@ void ZnLogger::StopThread() {
   Entered logger(csLoggerLock);
   FinalDrain();
   pwthrdLoggerThread.store(nullptr);
-  // Those who wait for the logger (the configuration parser keeps its
-  // messages until then) must not start it again behind a stop.
-  bInitialized.store(false);
 }
 
 ZnLogger::ZnLogMessage *ZnLogger::NewRecord(int typeAndFlags, ZnString const &source, ZnString const &category) {
