@@ -157,7 +157,10 @@ TEST_F(LibraryTest, StartsAndStopsFromSeveralThreadsHaveOneWinnerEach) {
 }
 
 TEST_F(LibraryTest, TheLoggerKeepsTheHighBitsOfItsFlagsFromRunToRun) {
-  WriteFile(Profile(), "section \"Logger Options\"\n\"Flags\" = (integer) 65541\n");  // 0x10005
+  std::string const saved = WriteFile(Profile(), "section \"Logger Options\"\n\"Flags\" = (integer) 65541\n");  // 0x10005
+  Start(true);  // no logger: the saved flags stay as they are
+  ShutdownUtilityLibrary();
+  EXPECT_EQ(ReadFile(Profile()), ReadFile(saved + ".1"));  // not even rewritten
   Start(false);
   EXPECT_EQ(ZnLogger::GetFlags(), ZnLogger::kQuiet);
   ZnLogger::SetFlags(ZnLogger::kLoud);

@@ -49,9 +49,12 @@ bool ZnLogger::Initialize() {
   return true;
 }
 
+// The flags are saved only by a logger that runs: the library's stop calls
+// this after a start without a user interface too, and must then leave the
+// saved flags of an earlier run alone.
 void ZnLogger::Shutdown() {
   if (!bEnabled.load()) return;
-  znutil::detail::SaveLoggerFlags(HighBits(iLoggerFlags.load()));
+  if (pwthrdLoggerThread.load() != nullptr) znutil::detail::SaveLoggerFlags(HighBits(iLoggerFlags.load()));
   StopThread();
 }
 
