@@ -199,7 +199,7 @@ TEST(ZnCfgFileTest, RefreshReadsOnlyAStrictlyNewerFileAndReplacesAll) {
   EXPECT_FALSE(file->Refresh());
 }
 
-TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughALink) {
+TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughLinks) {
   ScratchDirectory scratch;
   std::string const target = WriteFile(scratch / "real.cfg", "");
   std::filesystem::permissions(target, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
@@ -211,6 +211,14 @@ TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughALink) {
   EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 2\r\n\r\n", ReadFile(target));
   EXPECT_EQ(std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
             std::filesystem::status(target).permissions());
+  // A link to a file not made yet (through a relative link) makes it.
+  std::filesystem::create_symlink("dangling.cfg", scratch / "hop.cfg");
+  std::filesystem::create_symlink("hop.cfg", scratch / "new.cfg");
+  ZnCfgFile fresh(LibraryPath(scratch / "new.cfg"));
+  EXPECT_TRUE(fresh.Flush());
+  EXPECT_TRUE(std::filesystem::is_symlink(scratch / "new.cfg"));
+  EXPECT_TRUE(std::filesystem::is_symlink(scratch / "hop.cfg"));
+  EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(scratch / "dangling.cfg")));
 }
 
 TEST(ZnCfgFileTest, UnwritableFileIsTriedAgainAndNothingBreaks) {
