@@ -168,13 +168,13 @@ TEST_F(ZnCfgManagerTest, UnwritableFolderLeavesSettingsWorking) {
 TEST_F(ZnCfgManagerTest, CallsRacingStartAndStopAreSafe) {
   std::atomic<bool> done{false};
   std::vector<std::thread> callers;
-  for (int thread = 0; thread < 2; ++thread) {
+  for (int thread = 0; thread < 4; ++thread) {
     callers.emplace_back([&, thread] {
       for (int i = 0; !done.load(); ++i) {
         ZnConfiguration guard;
         int value;
         guard.SetIntegerEntry(kProfile, "Race", "Value", i);
-        guard.GetIntegerEntry(thread, "Race", "Value", &value);
+        guard.GetIntegerEntry(thread % 2, "Race", "Value", &value);
         if (i % 64 == 0) FlushConfiguration();
       }
     });
