@@ -8,6 +8,7 @@
 #include <thread>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include <gtest/gtest.h>
 
@@ -233,6 +234,16 @@ TEST(ZnCfgFileTest, UnwritableFileIsTriedAgainAndNothingBreaks) {
   EXPECT_EQ(0u, file.GetIntegerEntry("A", "B", "all", &value));
   EXPECT_EQ(3, value);
   EXPECT_FALSE(file.Refresh());
+}
+
+TEST(ZnCfgFileTest, FlushNeverReplacesADevice) {
+  ScratchDirectory scratch;
+  std::string const path = scratch / "null.cfg";
+  if (mknod(path.c_str(), S_IFCHR | 0600, makedev(1, 3)) != 0) GTEST_SKIP() << "no right to make a device";
+  ZnCfgFile file(LibraryPath(path));
+  file.SetIntegerEntry("A", "B", "all", 4);
+  EXPECT_TRUE(file.Flush());
+  EXPECT_TRUE(std::filesystem::is_character_file(path));
 }
 
 TEST(ZnCfgFileTest, ReadersRaceClearSetFlushAndRefresh) {

@@ -105,12 +105,20 @@ void SyncFolderOf(std::string const &target) {
   close(descriptor);
 }
 
+// Renaming over a device or a pipe would put a plain file in its place
+// (as root, /dev/null included): only a regular file, or none, is replaced.
+bool MayReplace(std::string const &target) {
+  struct stat status;
+  return stat(target.c_str(), &status) != 0 || S_ISREG(status.st_mode);
+}
+
 }  // namespace
 
 bool ReplaceFileContents(char const *path, void const *bytes, std::size_t size, FILETIME *writeTime) {
   *writeTime = FILETIME{0, 0};
   if (path == nullptr) return false;
   std::string const target = ResolvedTarget(path);
+  if (!MayReplace(target)) return false;
   std::string sibling;
   int const descriptor = CreateSibling(target, &sibling);
   if (descriptor < 0) return false;
