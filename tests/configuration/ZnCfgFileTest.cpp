@@ -8,6 +8,7 @@
 #include <thread>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 
 #include <gtest/gtest.h>
 
@@ -199,7 +200,7 @@ TEST(ZnCfgFileTest, RefreshReadsOnlyAStrictlyNewerFileAndReplacesAll) {
   EXPECT_FALSE(file->Refresh());
 }
 
-TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughALink) {
+TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughLinks) {
   ScratchDirectory scratch;
   std::string const target = WriteFile(scratch / "real.cfg", "");
   std::filesystem::permissions(target, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
@@ -211,6 +212,14 @@ TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughALink) {
   EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 2\r\n\r\n", ReadFile(target));
   EXPECT_EQ(std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
             std::filesystem::status(target).permissions());
+  // A link to a file not made yet (through a relative link) makes it.
+  std::filesystem::create_symlink("dangling.cfg", scratch / "hop.cfg");
+  std::filesystem::create_symlink("hop.cfg", scratch / "new.cfg");
+  ZnCfgFile fresh(LibraryPath(scratch / "new.cfg"));
+  EXPECT_TRUE(fresh.Flush());
+  EXPECT_TRUE(std::filesystem::is_symlink(scratch / "new.cfg"));
+  EXPECT_TRUE(std::filesystem::is_symlink(scratch / "hop.cfg"));
+  EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(scratch / "dangling.cfg")));
 }
 
 TEST(ZnCfgFileTest, UnwritableFileIsTriedAgainAndNothingBreaks) {
@@ -225,6 +234,16 @@ TEST(ZnCfgFileTest, UnwritableFileIsTriedAgainAndNothingBreaks) {
   EXPECT_EQ(0u, file.GetIntegerEntry("A", "B", "all", &value));
   EXPECT_EQ(3, value);
   EXPECT_FALSE(file.Refresh());
+}
+
+TEST(ZnCfgFileTest, FlushNeverReplacesADevice) {
+  ScratchDirectory scratch;
+  std::string const path = scratch / "null.cfg";
+  if (mknod(path.c_str(), S_IFCHR | 0600, makedev(1, 3)) != 0) GTEST_SKIP() << "no right to make a device";
+  ZnCfgFile file(LibraryPath(path));
+  file.SetIntegerEntry("A", "B", "all", 4);
+  EXPECT_TRUE(file.Flush());
+  EXPECT_TRUE(std::filesystem::is_character_file(path));
 }
 
 TEST(ZnCfgFileTest, ReadersRaceClearSetFlushAndRefresh) {

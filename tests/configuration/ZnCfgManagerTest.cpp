@@ -167,20 +167,24 @@ TEST_F(ZnCfgManagerTest, UnwritableFolderLeavesSettingsWorking) {
 
 TEST_F(ZnCfgManagerTest, CallsRacingStartAndStopAreSafe) {
   std::atomic<bool> done{false};
+  std::atomic<int> landed{0};
   std::vector<std::thread> callers;
-  for (int thread = 0; thread < 2; ++thread) {
+  for (int thread = 0; thread < 4; ++thread) {
     callers.emplace_back([&, thread] {
       for (int i = 0; !done.load(); ++i) {
         ZnConfiguration guard;
         int value;
-        guard.SetIntegerEntry(kProfile, "Race", "Value", i);
-        guard.GetIntegerEntry(thread, "Race", "Value", &value);
+        if (guard.SetIntegerEntry(kProfile, "Race", "Value", i) == 0) landed.fetch_add(1);
+        guard.GetIntegerEntry(thread % 2, "Race", "Value", &value);
         if (i % 64 == 0) FlushConfiguration();
       }
     });
   }
+  // Each stop comes while the callers are at work on the running manager.
   for (int round = 0; round < 20; ++round) {
     Start();
+    int const before = landed.load();
+    EXPECT_TRUE(Eventually([&] { return landed.load() > before; }));
     ShutdownConfiguration();
   }
   done.store(true);

@@ -106,12 +106,20 @@ void ZnCfgManager::Stop() {
   SignalShutdown(true);  // the thread deletes this object as it ends
 }
 
-ZnCfgManagerUse::ZnCfgManagerUse() {
+// Only a call that finds a manager is counted, and it is counted before it
+// looks again: a stop, which takes the manager away before it waits for
+// the count, waits for the calls that can still use it and for no call
+// that comes after it, however many threads keep calling.
+ZnCfgManagerUse::ZnCfgManagerUse() : pManager(nullptr) {
+  if (pCfgManager.load() == nullptr) return;
   iCallsInFlight.fetch_add(1);
   pManager = pCfgManager.load();
+  if (pManager == nullptr) iCallsInFlight.fetch_sub(1);
 }
 
-ZnCfgManagerUse::~ZnCfgManagerUse() { iCallsInFlight.fetch_sub(1); }
+ZnCfgManagerUse::~ZnCfgManagerUse() {
+  if (pManager != nullptr) iCallsInFlight.fetch_sub(1);
+}
 
 bool InitializeConfiguration(ZnString const &configFilePath) {
   LifetimeGuard const guard;

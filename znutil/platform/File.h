@@ -76,7 +76,8 @@ ZNUTIL_API bool CreateDirectoryA(char const *path);
 /// kept. The new file is stamped with the wall clock at 100 ns, taken after
 /// the rename. `*writeTime` receives that stamp, or zero when another
 /// writer replaced the file again at once (so that its content is read).
-/// False, and the old file untouched, when it cannot be written.
+/// False, and the old file untouched, when it cannot be written; a path
+/// that names a device, a pipe or a socket is never replaced.
 bool ReplaceFileContents(char const *path, void const *bytes, std::size_t size, FILETIME *writeTime);
 
 }  // namespace platform

@@ -20,12 +20,31 @@ namespace platform {
 
 namespace {
 
-// The file a path names, through symbolic links; the path itself when it
-// names nothing yet.
+constexpr int kMostLinks = 40;
+
+// The folder part of a path, with its final slash; empty for a bare name.
+std::string FolderOf(std::string const &path) { return path.substr(0, path.rfind('/') + 1); }
+
+// Where a chain of symbolic links ends, even at a file that does not exist
+// yet, so that the file is made there and the link stays; `path` itself
+// when it is no link or the chain does not end.
+std::string FollowLinks(std::string const &path) {
+  std::string at = path;
+  char target[PATH_MAX];
+  for (int hop = 0; hop < kMostLinks; ++hop) {
+    ssize_t const length = readlink(at.c_str(), target, sizeof target - 1);
+    if (length < 0) return errno == EINVAL || errno == ENOENT ? at : path;
+    std::string const next(target, static_cast<std::size_t>(length));
+    at = next[0] == '/' ? next : FolderOf(at) + next;
+  }
+  return path;
+}
+
+// The file a path names, through symbolic links.
 std::string ResolvedTarget(char const *path) {
   std::string const target = ToSystemPath(path);
   char resolved[PATH_MAX];
-  return realpath(target.c_str(), resolved) != nullptr ? std::string(resolved) : target;
+  return realpath(target.c_str(), resolved) != nullptr ? std::string(resolved) : FollowLinks(target);
 }
 
 // A new file beside `target`, made with the mode a plain creation gives
@@ -86,12 +105,20 @@ void SyncFolderOf(std::string const &target) {
   close(descriptor);
 }
 
+// Renaming over a device or a pipe would put a plain file in its place
+// (as root, /dev/null included): only a regular file, or none, is replaced.
+bool MayReplace(std::string const &target) {
+  struct stat status;
+  return stat(target.c_str(), &status) != 0 || S_ISREG(status.st_mode);
+}
+
 }  // namespace
 
 bool ReplaceFileContents(char const *path, void const *bytes, std::size_t size, FILETIME *writeTime) {
   *writeTime = FILETIME{0, 0};
   if (path == nullptr) return false;
   std::string const target = ResolvedTarget(path);
+  if (!MayReplace(target)) return false;
   std::string sibling;
   int const descriptor = CreateSibling(target, &sibling);
   if (descriptor < 0) return false;
