@@ -59,6 +59,9 @@ TEST_F(ZnFileInformationTest, PathIsFullInBackslashFormAndMissingFilesAndFolders
   EXPECT_FALSE(missing.Valid());
   EXPECT_EQ(missing.Path(), Backslashed(folder / "missing.bin").c_str());
   EXPECT_FALSE(ZnFileInformation(folder.Path().c_str()).Valid());
+  // A named pipe with no writer is looked at without waiting for one.
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_TRUE(ZnFileInformation((folder / "pipe").c_str()).Valid());
   ZnFileInformation none;
   EXPECT_FALSE(none.Valid());
   EXPECT_EQ(none.Path(), NULL_STRING);

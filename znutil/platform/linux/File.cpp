@@ -34,8 +34,11 @@ int OpenFlags(DWORD access, DWORD disposition) {
 
 HANDLE CreateFileA(char const *path, DWORD access, DWORD disposition, DWORD flags) {
   if (path == nullptr) return INVALID_HANDLE_VALUE;
-  int const descriptor = open(ToSystemPath(path).c_str(), OpenFlags(access, disposition), 0666);
+  // Opened without waiting: a named pipe with no writer would otherwise
+  // hold the open (and a reader of its facts) for ever. Reads wait again.
+  int const descriptor = open(ToSystemPath(path).c_str(), OpenFlags(access, disposition) | O_NONBLOCK, 0666);
   if (descriptor < 0) return INVALID_HANDLE_VALUE;
+  fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
   struct stat status;
   if (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode)) {
     close(descriptor);
