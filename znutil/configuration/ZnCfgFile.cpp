@@ -1,5 +1,6 @@
 #include <znutil/configuration/ZnCfgFile.h>
 
+#include <znutil/concurrency/internal/Entered.h>
 #include <znutil/configuration/ZnCfgBinaryData.h>
 #include <znutil/configuration/ZnCfgEntry.h>
 #include <znutil/configuration/ZnCfgEntryList.h>
@@ -16,6 +17,7 @@
 #include <znutil/system/ZnPathFunctions.h>
 
 using znutil::detail::CfgKey;
+using znutil::detail::Entered;
 
 namespace {
 
@@ -41,18 +43,6 @@ void Unshare(ZnString *text) { *text = OwnCopy(*text); }
 template <typename Value>
 void Unshare(Value *) {}
 
-// Holds a file's lock for a scope.
-class FileLock {
- public:
-  explicit FileLock(ZnCriticalSection &section) : section_(section) { section_.Enter(); }
-  ~FileLock() { section_.Leave(); }
-  FileLock(FileLock const &) = delete;
-  FileLock &operator=(FileLock const &) = delete;
-
- private:
-  ZnCriticalSection &section_;
-};
-
 }  // namespace
 
 ZnCfgFile::ZnCfgFile(ZnString const &fileName)
@@ -72,7 +62,7 @@ void ZnCfgFile::SetModified() { ftModifiedTime = znutil::platform::SystemTimeAsF
 unsigned long ZnCfgFile::LookupSectionAndEntry(ZnString const &section, ZnString const &entry,
                                                ZnString const &machine, ZnCfgSection **foundSection,
                                                ZnCfgEntryList **foundEntries, ZnCfgEntry **foundEntry) {
-  FileLock const lock(csFileLock);
+  Entered const lock(csFileLock);
   *foundSection = nullptr;
   *foundEntries = nullptr;
   *foundEntry = nullptr;
@@ -130,7 +120,7 @@ unsigned long ZnCfgFile::LookupInTree(ZnString const &section, ZnString const &e
 unsigned long ZnCfgFile::CreateSectionAndEntry(ZnString const &section, ZnString const &entry,
                                                ZnString const &machine, ZnCfgSection **foundSection,
                                                ZnCfgEntryList **foundEntries, ZnCfgEntry **foundEntry) {
-  FileLock const lock(csFileLock);
+  Entered const lock(csFileLock);
   if (plSections == nullptr) plSections = new ZnCfgSectionList(false);
   unsigned long status = LookupSectionAndEntry(section, entry, machine, foundSection, foundEntries, foundEntry);
   bool const newSection = status == CfgNoSection;
@@ -157,7 +147,7 @@ unsigned long ZnCfgFile::GetEntry(ZnString const &section, ZnString const &entry
   // A null result is refused before the lock is taken: no thread is left
   // stalled behind a lock that the caller kept.
   if (result == nullptr) return CfgNullResult;
-  FileLock const lock(csFileLock);
+  Entered const lock(csFileLock);
   ZnCfgData *data;
   unsigned long const status = LookupData(section, entry, machine, &data);
   if (status != CfgOk) return status;
@@ -191,7 +181,7 @@ unsigned long ZnCfgFile::GetBinaryEntry(ZnString const &section, ZnString const 
 
 unsigned long ZnCfgFile::SetEntry(ZnString const &section, ZnString const &entry, ZnString const &machine,
                                   ZnCfgData *data) {
-  FileLock const lock(csFileLock);
+  Entered const lock(csFileLock);
   ZnCfgSection *foundSection;
   ZnCfgEntryList *foundEntries;
   ZnCfgEntry *foundEntry;
@@ -226,7 +216,7 @@ unsigned long ZnCfgFile::SetBinaryEntry(ZnString const &section, ZnString const 
 }
 
 void ZnCfgFile::Clear() {
-  FileLock const lock(csFileLock);
+  Entered const lock(csFileLock);
   delete plSections;
   plSections = nullptr;
   pIndex->Rebuild(nullptr);
@@ -238,7 +228,7 @@ void ZnCfgFile::Clear() {
 bool ZnCfgFile::Refresh() {
   ZnFileInformation const information(Path());
   if (!information.Valid()) return false;
-  FileLock const lock(csFileLock);
+  Entered const lock(csFileLock);
   if (!(information.ModifiedTime() > ftFileTime)) return false;
   delete plSections;
   plSections = ZnCfgFileParser(Path()).Parse();
@@ -249,7 +239,7 @@ bool ZnCfgFile::Refresh() {
 
 bool ZnCfgFile::Flush() {
   ZnFileInformation information(Path());
-  FileLock const lock(csFileLock);
+  Entered const lock(csFileLock);
   if (information.Valid() && !(ftModifiedTime > information.ModifiedTime())) return false;
   ftFileTime = WriteText(plSections != nullptr ? plSections->FormatFile() : ZnString(), &information);
   return true;

@@ -3,7 +3,7 @@
 
 #include <cstdarg>
 
-#include <znutil/logging/internal/Entered.h>
+#include <znutil/concurrency/internal/Entered.h>
 #include <znutil/logging/internal/LoggerSettings.h>
 #include <znutil/logging/internal/RecordText.h>
 #include <znutil/logging/internal/ZnLoggerFrameUI.h>

@@ -2,7 +2,7 @@
 #include <znutil/logging/ZnLoggerFrame.h>
 
 #include <znutil/logging/ZnLogger.h>
-#include <znutil/logging/internal/Entered.h>
+#include <znutil/concurrency/internal/Entered.h>
 
 using znutil::detail::Entered;
 

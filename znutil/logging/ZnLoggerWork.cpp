@@ -7,7 +7,7 @@
 
 #include <znutil/application/internal/IdentityStart.h>
 #include <znutil/logging/ZnLoggerFrame.h>
-#include <znutil/logging/internal/Entered.h>
+#include <znutil/concurrency/internal/Entered.h>
 #include <znutil/logging/internal/LoggerSettings.h>
 #include <znutil/logging/internal/RecordText.h>
 #include <znutil/platform/Directory.h>

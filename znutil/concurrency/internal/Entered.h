@@ -1,6 +1,6 @@
 // Holds a critical section for the life of a scope.
-#ifndef ZNUTIL_LOGGING_INTERNAL_ENTERED_H
-#define ZNUTIL_LOGGING_INTERNAL_ENTERED_H
+#ifndef ZNUTIL_CONCURRENCY_INTERNAL_ENTERED_H
+#define ZNUTIL_CONCURRENCY_INTERNAL_ENTERED_H
 
 #include <znutil/concurrency/ZnCriticalSection.h>
 
@@ -21,4 +21,4 @@ class Entered {
 }  // namespace detail
 }  // namespace znutil
 
-#endif  // ZNUTIL_LOGGING_INTERNAL_ENTERED_H
+#endif  // ZNUTIL_CONCURRENCY_INTERNAL_ENTERED_H
