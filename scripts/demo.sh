@@ -20,3 +20,12 @@ echo "\$ znutil version sample.exe --set-file-version 3.1.4.1"
 "$tool" version "$sample" --set-file-version 3.1.4.1
 echo "\$ znutil version sample.exe"
 "$tool" version "$sample"
+settings=$(mktemp --suffix=.cfg)
+trap 'rm -f "$sample" "$settings"' EXIT
+echo "\$ znutil cfg set app.cfg View Width 1024 --type integer; znutil cfg list app.cfg"
+"$tool" cfg set "$settings" View Width 1024 --type integer
+"$tool" cfg list "$settings"
+echo "\$ znutil path expand '%STARTUPDIR%\\..\\share\\%APPNAME%'"
+"$tool" path expand '%STARTUPDIR%\..\share\%APPNAME%'
+echo "\$ znutil ps --name '^znutil\$'"
+"$tool" ps --name '^znutil$'
