@@ -8,6 +8,8 @@ znutil_packages="$znutil_packages libspdlog-dev"
 
 # Only scripts/package.sh makes manual pages and checks the Debian packages.
 znutil_package_tools="help2man lintian"
+# Only scripts/docs.sh builds the API reference (python3 runs its header filter).
+znutil_docs_tools="doxygen python3"
 
 # Usage: znutil_install_deps [more packages...]
 znutil_install_deps() {
