@@ -1,7 +1,9 @@
 # Runs the plug-in host twice, then reads what it left on disk: one log
 # file with the host's and both plug-ins' lines, and a profile in which
 # each plug-in's settings lasted from the first run into the second and
-# each undone draft was taken back.
+# each undone draft was taken back. A third run, with its own profile
+# naming a plug-in that is nowhere and the plug-in folder given by the
+# variable PLUGINS, runs the one it finds and fails.
 file(REMOVE_RECURSE ${WORK_DIR})
 file(MAKE_DIRECTORY ${WORK_DIR}/log ${WORK_DIR}/system)
 set(ENV{LOGDIR} ${WORK_DIR}/log)
@@ -12,12 +14,15 @@ unset(ENV{PLUGINS})
 unset(ENV{PLUGINS_ORDER})
 set(profile_file ${WORK_DIR}/host.cfg)
 
-foreach(run 1 2)
-  execute_process(COMMAND ${HOST} ${profile_file} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  if(NOT result EQUAL 0)
-    message(FATAL_ERROR "run ${run} of the host failed (${result}):\n${output}")
+function(run_host profile expected_result)
+  execute_process(COMMAND ${HOST} ${profile} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT result EQUAL expected_result)
+    message(FATAL_ERROR "the host ended with ${result}, not ${expected_result}:\n${output}")
   endif()
-endforeach()
+endfunction()
+
+run_host(${profile_file} 0)
+run_host(${profile_file} 0)
 
 function(expect file_text what)
   foreach(pattern IN LISTS ARGN)
@@ -44,3 +49,10 @@ expect("${profile}" "profile"
   "section \"Counter\"\n\"Draft\" (all) =(text) \"\"\n\"Runs\" (all) =(integer) 2\n"
   "section \"Greeter\"\n\"Draft\" (all) =(text) \"\"\n\"Message\" (all) =(text) \"hello again again\"\n"
   "section \"Host\"\n\"Runs\" (all) =(integer) 2\n")
+
+get_filename_component(host_dir ${HOST} DIRECTORY)
+set(ENV{PLUGINS} ${host_dir}/PLUGINS)
+file(WRITE ${WORK_DIR}/partial.cfg "section \"Host\"\n\"Plugins\" (all) =(text) \"counter;nowhere\"\n")
+run_host(${WORK_DIR}/partial.cfg 1)
+file(READ ${WORK_DIR}/log/${host_name}.log log)
+expect("${log}" "log" "counter: counter has run 1 times" "nowhere is not on the plug-in path" "run 1: 1 of 2 plug-ins ran")
