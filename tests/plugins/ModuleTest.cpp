@@ -6,6 +6,8 @@
 #include <znutil/platform/Module.h>
 #include <znutil/system/ZnPathFunctions.h>
 
+namespace {
+
 using namespace znutil::platform;
 
 TEST(ModuleTest, LoadsFindsOnlyExportedSymbolsAndFrees) {
@@ -30,3 +32,5 @@ TEST(ModuleTest, FailuresSayWhy) {
   EXPECT_EQ(GetProcAddress(nullptr, "PluginStart"), nullptr);
   EXPECT_FALSE(FreeLibrary(nullptr));
 }
+
+}  // namespace
