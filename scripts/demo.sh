@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # Builds the library, runs the tour of what it offers, then shows the
-# znutil command-line tool at work.
+# znutil command-line tool and the plug-in host at work.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/deps.sh
 znutil_install_deps
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build build -j2 --target tour znutil_tool
+cmake --build build -j2 --target tour znutil_tool plugin_host
 ./build/examples/tour
 
 tool=./build/tools/znutil
@@ -21,7 +21,6 @@ echo "\$ znutil version sample.exe --set-file-version 3.1.4.1"
 echo "\$ znutil version sample.exe"
 "$tool" version "$sample"
 settings=$(mktemp --suffix=.cfg)
-trap 'rm -f "$sample" "$settings"' EXIT
 echo "\$ znutil cfg set app.cfg View Width 1024 --type integer; znutil cfg list app.cfg"
 "$tool" cfg set "$settings" View Width 1024 --type integer
 "$tool" cfg list "$settings"
@@ -29,3 +28,12 @@ echo "\$ znutil path expand '%STARTUPDIR%\\..\\share\\%APPNAME%'"
 "$tool" path expand '%STARTUPDIR%\..\share\%APPNAME%'
 echo "\$ znutil ps --name '^znutil\$'"
 "$tool" ps --name '^znutil$'
+
+echo "== The plug-in host (two runs; the plug-ins' settings last)"
+scratch=$(mktemp -d)
+trap 'rm -f "$sample" "$settings"; rm -rf "$scratch"' EXIT
+for run in 1 2; do
+  echo "\$ plugin_host host.cfg   # run $run"
+  env -u PLUGINS -u PLUGINS_ORDER LOGDIR="$scratch" ZNUTIL_SYSTEM_DIR="$scratch" \
+    ./build/examples/plugin-host/plugin_host "$scratch/host.cfg"
+done

@@ -4,6 +4,7 @@
 #ifndef ZNUTIL_ZNUTIL_H
 #define ZNUTIL_ZNUTIL_H
 
+#include <znutil/platform/Module.h>
 #include <znutil/platform/PeFormat.h>
 #include <znutil/platform/Registry.h>
 #include <znutil/platform/StringTable.h>

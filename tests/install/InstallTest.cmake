@@ -1,6 +1,8 @@
 # Installs the build into a fresh prefix, then builds and runs an outside
-# project against it with find_package and with pkg-config.
-set(prefix ${WORK_DIR}/prefix)
+# project against it with find_package and with pkg-config. With
+# -DFROM=packages the prefix is instead the /usr of a scratch root into
+# which the Debian packages of the build are unpacked, and the packaged
+# znutil command must run from there too.
 file(REMOVE_RECURSE ${WORK_DIR})
 
 function(run)
@@ -10,7 +12,24 @@ function(run)
   endif()
 endfunction()
 
-run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+if(FROM STREQUAL "packages")
+  set(prefix ${WORK_DIR}/root/usr)
+  run(${CPACK} -G DEB --config ${BUILD_DIR}/CPackConfig.cmake -B ${WORK_DIR}/packages)
+  foreach(package libznutil0 libznutil-dev znutil-tools)
+    file(GLOB deb ${WORK_DIR}/packages/${package}_*.deb)
+    if(NOT deb)
+      message(FATAL_ERROR "no package ${package} was made")
+    endif()
+    run(dpkg -x ${deb} ${WORK_DIR}/root)
+  endforeach()
+  run(${prefix}/bin/znutil path --help)
+  if(EXPECT_MAN_PAGES AND NOT EXISTS ${prefix}/share/man/man1/znutil-path.1.gz)
+    message(FATAL_ERROR "znutil-tools has no manual pages")
+  endif()
+else()
+  set(prefix ${WORK_DIR}/prefix)
+  run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+endif()
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/install/consumer -B ${WORK_DIR}/consumer -G Ninja
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_RPATH=${prefix}/lib)
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/consumer)

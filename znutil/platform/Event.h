@@ -1,5 +1,6 @@
-// An event with the semantics of a Windows event object, its system state
-// kept opaque so that no system header reaches the library's headers.
+// znutil::platform::Event: an event with the semantics of a Windows event
+// object, its system state kept opaque so that no system header reaches the
+// library's headers.
 //
 //   Event ready(/*manualReset=*/false);
 //   ready.Set();                      // on one thread

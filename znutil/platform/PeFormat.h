@@ -69,6 +69,7 @@ struct IMAGE_FILE_HEADER {
   WORD Characteristics;
 };
 
+/// Where one table of the image lies (its relative address) and its size.
 struct IMAGE_DATA_DIRECTORY {
   DWORD VirtualAddress;
   DWORD Size;
@@ -109,6 +110,7 @@ struct IMAGE_OPTIONAL_HEADER32 {
   IMAGE_DATA_DIRECTORY DataDirectory[IMAGE_NUMBEROF_DIRECTORY_ENTRIES];
 };
 
+/// One section of the image: its name, where it lies in memory and in the file.
 struct IMAGE_SECTION_HEADER {
   /// Not terminated when all eight bytes are used.
   BYTE Name[IMAGE_SIZEOF_SHORT_NAME];
@@ -137,6 +139,7 @@ struct IMAGE_RESOURCE_DIRECTORY {
   WORD NumberOfIdEntries;
 };
 
+/// One entry of a resource directory: a name or number, and a subdirectory or data.
 struct IMAGE_RESOURCE_DIRECTORY_ENTRY {
   /// A number in the low 16 bits, or with the top bit set the offset of a
   /// name from the resource root.
@@ -146,6 +149,7 @@ struct IMAGE_RESOURCE_DIRECTORY_ENTRY {
   DWORD OffsetToData;
 };
 
+/// A leaf of the resource tree: where the resource's bytes lie and how many.
 struct IMAGE_RESOURCE_DATA_ENTRY {
   /// A relative virtual address, not an offset from the root.
   DWORD OffsetToData;

@@ -1,5 +1,5 @@
-// A recursive mutex with its system state kept opaque, so that no system
-// header reaches the library's public headers.
+// znutil::platform::RecursiveMutex: a recursive mutex with its system state
+// kept opaque, so that no system header reaches the library's public headers.
 #ifndef ZNUTIL_PLATFORM_RECURSIVEMUTEX_H
 #define ZNUTIL_PLATFORM_RECURSIVEMUTEX_H
 

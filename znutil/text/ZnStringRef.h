@@ -84,7 +84,7 @@ class ZNUTIL_API ZnStringRef {
   unsigned short *DuplicateUnicode() const;
   /// A new 8-bit copy for `delete[]`, owned by the caller.
   char *DuplicateAscii() const;
-  /// Escapes the text as in C source: \b \t \n \r \" \' \\ and \x%03x for
+  /// Escapes the text as in C source: `\b \t \n \r \" \' \\` and `\x%03x` for
   /// other unprintable bytes.
   void ConvertToCString();
   /// Replaces the text by a file's bytes (up to an embedded NUL).

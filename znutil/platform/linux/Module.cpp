@@ -1,4 +1,5 @@
-// The executable's path from /proc/self/exe; the library's module from dladdr.
+// The executable's path from /proc/self/exe; the library's module from dladdr;
+// plug-ins through dlopen.
 #include <znutil/platform/Module.h>
 
 #include <dlfcn.h>
@@ -28,6 +29,22 @@ HINSTANCE LibraryModule() {
   Dl_info info;
   return dladdr(&marker, &info) != 0 ? info.dli_fbase : nullptr;
 }
+
+HMODULE LoadLibraryA(char const *path, std::string *error) {
+  if (path == nullptr || *path == '\0') {
+    if (error != nullptr) *error = "no path";
+    return nullptr;
+  }
+  HMODULE const module = dlopen(ToSystemPath(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (module == nullptr && error != nullptr) *error = dlerror();
+  return module;
+}
+
+void *GetProcAddress(HMODULE module, char const *name) {
+  return module != nullptr && name != nullptr ? dlsym(module, name) : nullptr;
+}
+
+bool FreeLibrary(HMODULE module) { return module != nullptr && dlclose(module) == 0; }
 
 }  // namespace platform
 }  // namespace znutil
