@@ -14,13 +14,14 @@ echo "== The znutil tool"
 echo "\$ znutil grep -n 'znutil (grep|version)' README.md | head -5"
 "$tool" grep -n 'znutil (grep|version)' README.md | head -5 || true
 sample=$(mktemp --suffix=.exe)
-trap 'rm -f "$sample"' EXIT
+settings=$(mktemp --suffix=.cfg)
+scratch=$(mktemp -d)
+trap 'rm -f "$sample" "$settings"; rm -rf "$scratch"' EXIT
 cp tests/system/images/sample.exe "$sample"
 echo "\$ znutil version sample.exe --set-file-version 3.1.4.1"
 "$tool" version "$sample" --set-file-version 3.1.4.1
 echo "\$ znutil version sample.exe"
 "$tool" version "$sample"
-settings=$(mktemp --suffix=.cfg)
 echo "\$ znutil cfg set app.cfg View Width 1024 --type integer; znutil cfg list app.cfg"
 "$tool" cfg set "$settings" View Width 1024 --type integer
 "$tool" cfg list "$settings"
@@ -30,8 +31,6 @@ echo "\$ znutil ps --name '^znutil\$'"
 "$tool" ps --name '^znutil$'
 
 echo "== The plug-in host (two runs; the plug-ins' settings last)"
-scratch=$(mktemp -d)
-trap 'rm -f "$sample" "$settings"; rm -rf "$scratch"' EXIT
 for run in 1 2; do
   echo "\$ plugin_host host.cfg   # run $run"
   env -u PLUGINS -u PLUGINS_ORDER LOGDIR="$scratch" ZNUTIL_SYSTEM_DIR="$scratch" \
