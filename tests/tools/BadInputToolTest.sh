@@ -113,6 +113,28 @@ check "reg: very long key read" 1 '' -- "$tool" reg get HKCU "$long" a
 check "reg: very long value" 0 '' -- "$tool" reg set HKCU Software v "$long"
 check "reg: very long value read back" 0 "$long" -- "$tool" reg get HKCU Software v
 
+# survives NAME ARGUMENTS...: an answer or a one-line refusal, never a crash.
+survives() {
+  local name=$1 status
+  shift
+  "$tool" "$@" >/dev/null 2>"$work/errors"
+  status=$?
+  if [ $status -gt 2 ] || { [ $status = 2 ] && [ "$(wc -l <"$work/errors")" != 1 ]; }; then
+    fail "$name: status $status"
+  fi
+}
+
+junk=$(tr -d '\000\n' <garbage)
+survives "grep: garbage pattern" grep "$junk" garbage
+survives "version: garbage name" version "$junk"
+survives "path: garbage to expand" path expand "$junk"
+survives "path: garbage paths" path relative "$junk" "x$junk"
+survives "ps: garbage pattern" ps --name "$junk"
+survives "env: garbage name" env "$junk"
+survives "reg: garbage key" reg get HKCU "$junk" "$junk"
+survives "cfg: garbage names" cfg get "$junk" "$junk" "$junk"
+survives "cfg: garbage value" cfg set junk.cfg A B "$junk"
+
 # Permission bits do not stop root from reading, so unreadable files are
 # tried only as another user.
 if [ "$(id -u)" != 0 ]; then
