@@ -27,6 +27,8 @@ std::string const &ScratchFile() {
     close(file);
     return pattern;
   }();
+  static bool const removedAtExit = std::atexit([] { std::remove(path.c_str()); }) == 0;
+  (void)removedAtExit;
   return path;
 }
 
