@@ -93,6 +93,12 @@ TEST(ZnDirectoryPathsTest, RemoveRelativePartsFoldsRootedPaths) {
   for (auto const &[path, expected] : cases) {
     EXPECT_EQ(Text(ZnDirectory::RemoveRelativePartsFromAbsolutePath(path)), expected) << path;
   }
+  // A piece past 255 characters after a drive is kept whole (found by fuzzing).
+  std::string const longPath = "C:" + std::string(300, 'n') + ".e\\x\\..\\y";
+  EXPECT_EQ(Text(ZnDirectory::RemoveRelativePartsFromAbsolutePath(longPath.c_str())), longPath);
+  std::string const longRooted = "C:\\" + std::string(300, 'n') + "\\.\\y";
+  EXPECT_EQ(Text(ZnDirectory::RemoveRelativePartsFromAbsolutePath(longRooted.c_str())),
+            "C:\\" + std::string(300, 'n') + "\\y");
 }
 
 TEST(ZnDirectoryPathsTest, SeparatorHelpers) {

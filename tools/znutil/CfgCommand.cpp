@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -137,11 +139,21 @@ bool CheckOperandCount(Action const &action, std::size_t least, std::size_t most
   return true;
 }
 
-// A file to read: it must be there and be a file.
+// True when the file holds a zero byte, which nothing that writes a
+// configuration file puts there. The parser stops at one, so such a file
+// would read as cut short and be overwritten whole by `set`.
+bool HoldsZeroByte(std::string const &path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::find(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>(), '\0') !=
+         std::istreambuf_iterator<char>();
+}
+
+// A file to read: it must be there and be a text file.
 bool CheckReadable(std::string const &path, std::string *error) {
   std::error_code ignored;
   if (!std::filesystem::exists(path, ignored)) return Fail(error, "no such file " + Quoted(path));
   if (std::filesystem::is_directory(path, ignored)) return Fail(error, Quoted(path) + " is a folder");
+  if (HoldsZeroByte(path)) return Fail(error, Quoted(path) + " is not a text file (it holds a zero byte)");
   return true;
 }
 

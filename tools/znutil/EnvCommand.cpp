@@ -17,7 +17,7 @@ char const kUsage[] =
     "the environment of the shell that started it.\n"
     "  --help  print this help\n"
     "Exit status: 0 when NAME has a value, 1 when it is unset or empty, 2 on a\n"
-    "bad NAME.\n";
+    "bad NAME or an unknown option.\n";
 
 }  // namespace
 
@@ -32,6 +32,8 @@ int RunEnv(Arguments const &arguments) {
     return Complain("env", "expected NAME [VALUE] (try znutil env --help)");
   }
   std::string const &name = arguments[0];
+  if (name.size() > 1 && name[0] == '-')
+    return Complain("env", "unknown option '" + name + "' (try znutil env --help)");
   if (name.empty() || name.find('=') != std::string::npos) return Complain("env", "bad variable name '" + name + "'");
 
   ZnEnvVariable variable(name.c_str());

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -143,8 +144,13 @@ int RunGrep(Arguments const &arguments) {
       selected += grep.Scan(std::cin, "(standard input)");
       continue;
     }
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
+    // A folder opens as a stream that reads nothing, which would pass for
+    // a file without the line sought.
+    std::error_code ignored;
+    errno = std::filesystem::is_directory(file, ignored) ? EISDIR : 0;
+    std::ifstream in;
+    if (errno == 0) in.open(file, std::ios::binary);
+    if (!in.is_open()) {
       trouble = true;
       Complain("grep", file + ": " + std::strerror(errno));
       continue;

@@ -125,8 +125,10 @@ ZnString ZnDirectory::CreateRelativePath(ZnString const &from, ZnString const &t
 ZnString ZnDirectory::RemoveRelativePartsFromAbsolutePath(ZnString const &path) {
   ZnString rest = UnixPathToDos(path), drive;
   if (rest[1] == ':') {
-    drive = ZnGetDriveFromPath(rest);
-    rest = ZnRemoveDriveFromPath(rest);
+    // Cut by text rather than by SplitPath, whose pieces stop at 255
+    // characters: a longer path would lose its end. Same result otherwise.
+    drive = rest.LeftString(2);
+    rest = rest.RightString(rest.Length() - 2);
   }
   if (rest[0] != '\\') return drive + rest;
   ZnStringList parts, kept;
