@@ -13,7 +13,7 @@ namespace {
 
 // 1 between a start and a stop. The exchange lets exactly one caller win
 // each transition; it is no barrier (a second starter may return before the
-// first has finished), as designed.
+// first has finished): deliberate.
 std::atomic<int> iUtilityLibraryStarted{0};
 
 }  // namespace

@@ -28,7 +28,7 @@ bool Write(unsigned long (ZnConfiguration::*set)(int, ZnString const &, ZnString
 }
 
 // A bool is stored as the integer 1 or 0 and read back as "not 0"; a text
-// such as "true" therefore reads as false (atoi gives 0), as designed.
+// such as "true" therefore reads as false (atoi gives 0): deliberate.
 bool ReadBool(int file, ZnString const &section, ZnString const &entry, bool byDefault) {
   return ReadOr<int>(&ZnConfiguration::GetIntegerEntry, file, section, entry, byDefault ? 1 : 0) != 0;
 }
