@@ -1,5 +1,6 @@
 // The matcher and the search: results, registers, two-part texts, the
 // failure stack, the star_jump rewrite and the first-character map.
+#include <algorithm>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -260,6 +261,31 @@ TEST(RegexprMatchTest, BadArgumentsAndPartialProgramsFindNothing) {
     EXPECT_EQ(partial.Search("aaaa"), -1) << pattern;
     partial.AddFirstMap();
     EXPECT_EQ(partial.Search("aaaa"), -1) << pattern;
+  }
+}
+
+// A jump too long for its 16-bit operand fails the compile; the partial
+// program must still hold only bytes the compiler wrote (the buffer is
+// filled with bytes that are no opcode) and never match.
+TEST(RegexprMatchTest, ProgramsWithAJumpTooLongNeverMatch) {
+  std::string const body(17000, 'a');
+  for (std::string const &pattern : {"(" + body + ")*b", "(" + std::string(16380, 'a') + ")*b", "(" + body + "|b)"}) {
+    regexpr_buffer buffer = {};
+    buffer.allocated = 1 << 17;
+    buffer.buffer = static_cast<unsigned char *>(ZenoUtilAlloc(static_cast<unsigned>(buffer.allocated)));
+    std::fill(buffer.buffer, buffer.buffer + buffer.allocated, 0xFF);
+    regexpr_set_syntax(kDefaultSyntax);
+    EXPECT_STREQ(regexpr_compile(pattern.data(), static_cast<int>(pattern.size()), &buffer),
+                 "Regular expression too complex");
+    std::string const text = std::string(300, 'a') + "b";
+    for (bool map : {false, true}) {
+      unsigned char firstMap[256];
+      buffer.first_map = map ? firstMap : nullptr;
+      regexpr_compile_first_map(&buffer);
+      EXPECT_EQ(regexpr_search(&buffer, text.data(), int(text.size()), 0, int(text.size()), nullptr), -1);
+      EXPECT_EQ(regexpr_match(&buffer, "b", 1, 0, nullptr), -1);
+    }
+    ZenoUtilFree(buffer.buffer);
   }
 }
 
