@@ -214,6 +214,17 @@ TEST(RegexprMatchTest, ExponentialBacktrackingEndsWithinTheWorkBound) {
   EXPECT_EQ(compiled.Search("aaaab"), 0) << "ordinary inputs are unaffected";
 }
 
+// Searches that scan to the end of the text from every start are quadratic,
+// and the work bound leaves them their result.
+TEST(RegexprMatchTest, QuadraticSearchesKeepTheirResult) {
+  Compiled star("a*c");
+  EXPECT_EQ(star.Search(std::string(2500, 'a') + "bc"), 2501);
+  Compiled any(".*x");
+  EXPECT_EQ(any.Search(std::string(1500, 'y') + "\nx"), 1501);
+  Compiled plain("(a|b)*c");  // one failure entry a round, no rewrite
+  EXPECT_EQ(plain.Search(std::string(1500, 'a') + "dc"), 1501);
+}
+
 TEST(RegexprMatchTest, FirstMapSearchKeepsResultsAndAnchors) {
   Compiled lineStart("^a");
   lineStart.AddFirstMap();

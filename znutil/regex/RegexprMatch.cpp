@@ -299,8 +299,13 @@ bool MakeRegexprText(char const *part1, int size1, char const *part2, int size2,
   return true;
 }
 
+// Quadratic in the text, so that a search that tries every start and scans
+// to the end from each (a*c over a long run of a) still completes; only
+// exponential work runs out, and late.
 std::int64_t RegexprWorkBudget(RegexprText const &text, int programSize) {
-  return (std::int64_t{1} << 20) + std::int64_t{64} * (text.total + 1) * (programSize + 1);
+  double const positions = double(text.total) + 1;
+  double const budget = double(1 << 22) + positions * positions * (double(programSize) + 1);
+  return budget < 0x1p62 ? static_cast<std::int64_t>(budget) : std::int64_t{1} << 62;
 }
 
 int RegexprMatchAt(regexpr_buffer *buffer, RegexprText const &text, int start, regexpr_registers *registers,
