@@ -1,10 +1,12 @@
 // ZnRegularExpression (with and without Optimize) against std::regex and
 // POSIX regcomp/regexec, all ignoring case: counting the lines of 1 MiB of
 // English-like text that hold a literal word, a word with a set, and one of
-// five words.
+// five words; and two patterns that backtrack exponentially or cubically
+// without the memo of failed states.
 #include <regex.h>
 
 #include <cstdint>
+#include <functional>
 #include <regex>
 #include <string>
 #include <vector>
@@ -127,6 +129,63 @@ void BM_Regexec(benchmark::State &state) {
   });
   regfree(&expression);
 }
+
+// Backtracking that the memo of failed states keeps linear (or quadratic):
+// (a|aa)*(a|aa)*b over 1,000 lines of 40 a, and a? 3,000 times then a
+// 3,000 times over 3,000 a. std::regex, a backtracker without such a memo,
+// does not finish the first (exponential) and overflows its stack on the
+// second, so glibc's regexec is the peer here.
+struct BacktrackingCase {
+  std::string pattern;
+  std::vector<std::string> lines;
+};
+
+BacktrackingCase const &Backtracking(std::int64_t which) {
+  static BacktrackingCase const cases[] = {
+      {"(a|aa)*(a|aa)*b", std::vector<std::string>(1000, std::string(40, 'a'))},
+      {[] {
+         std::string pattern;
+         for (int i = 0; i < 3000; ++i) pattern += "a?";
+         return pattern + std::string(3000, 'a');
+       }(),
+       {std::string(3000, 'a')}},
+  };
+  return cases[which];
+}
+
+void RunBacktracking(benchmark::State &state, std::function<bool(std::string const &)> const &matches) {
+  BacktrackingCase const &c = Backtracking(state.range(0));
+  std::int64_t matched = 0;
+  for (auto _ : state) {
+    matched = 0;
+    for (std::string const &line : c.lines) matched += matches(line);
+    benchmark::DoNotOptimize(matched);
+  }
+  state.counters["lines"] = static_cast<double>(matched);
+  state.SetLabel(state.range(0) == 0 ? "(a|aa)*(a|aa)*b" : "a?^3000 a^3000");
+}
+
+void BM_ZnRegexBacktracking(benchmark::State &state) {
+  ZnRegularExpression expression(Backtracking(state.range(0)).pattern.c_str());
+  expression.Optimize();
+  RunBacktracking(state, [&](std::string const &line) {
+    bool const found = expression.Matches(line.c_str());
+    if (expression.GaveUp()) state.SkipWithError("gave up");
+    return found;
+  });
+}
+
+void BM_RegexecBacktracking(benchmark::State &state) {
+  regex_t expression;
+  if (regcomp(&expression, Backtracking(state.range(0)).pattern.c_str(), REG_EXTENDED | REG_ICASE | REG_NOSUB) != 0) {
+    return state.SkipWithError("regcomp failed");
+  }
+  RunBacktracking(state, [&](std::string const &line) { return regexec(&expression, line.c_str(), 0, nullptr, 0) == 0; });
+  regfree(&expression);
+}
+
+BENCHMARK(BM_ZnRegexBacktracking)->DenseRange(0, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RegexecBacktracking)->DenseRange(0, 1)->Unit(benchmark::kMillisecond);
 
 BENCHMARK(BM_ZnRegex)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ZnRegexOptimized)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);

@@ -12,7 +12,7 @@ seconds=${1:-60}
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DZNUTIL_SANITIZE=address,undefined -DZNUTIL_BUILD_FUZZERS=ON \
   -DBUILD_TESTING=OFF -DZNUTIL_BUILD_BENCHMARKS=OFF -DZNUTIL_BUILD_EXAMPLES=OFF >/dev/null
-cmake --build build-fuzz -j2 --target regex_fuzz config_fuzz image_fuzz stream_fuzz path_fuzz
+cmake --build build-fuzz -j2 --target regex_fuzz regex_memo_fuzz config_fuzz image_fuzz stream_fuzz path_fuzz
 
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
@@ -29,6 +29,9 @@ fuzz() {
 }
 
 fuzz regex regex/fuzz/regex_fuzz "" -dict=tests/regex/fuzz/regex.dict -max_len=512
+# The memo of failed states against the plain backtracker: any difference
+# in a result, a register or the rewritten program aborts.
+fuzz regex-memo regex/fuzz/regex_memo_fuzz tests/regex/fuzz/memo-seeds -dict=tests/regex/fuzz/regex.dict -max_len=512
 fuzz config configuration/fuzz/config_fuzz tests/configuration/fuzz/seeds \
   -dict=tests/configuration/fuzz/config.dict -max_len=4096
 fuzz image system/fuzz/image_fuzz tests/system/fuzz/image-seeds -max_len=8192

@@ -1,8 +1,13 @@
 // The matcher and the search: results, registers, two-part texts, the
 // failure stack, the star_jump rewrite and the first-character map.
+#include <algorithm>
+#include <cstdint>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
+
+#include <znutil/regex/internal/RegexprMatcher.h>
 
 #include "RegexprTestSupport.h"
 
@@ -208,9 +213,81 @@ TEST(RegexprMatchTest, FailureStackHolds4100EntriesThenGivesUp) {
 }
 
 TEST(RegexprMatchTest, ExponentialBacktrackingEndsWithinTheWorkBound) {
-  Compiled compiled("(a|aa)(a|aa)*(a|aa)*(a|aa)*b");
-  EXPECT_EQ(compiled.Search(std::string(60, 'a')), -2);
-  EXPECT_EQ(compiled.Search("aaaab"), 0) << "ordinary inputs are unaffected";
+  Compiled linear("(a|aa)(a|aa)*(a|aa)*(a|aa)*b");
+  EXPECT_EQ(linear.Search(std::string(60, 'a')), -1) << "no back reference: failed states are remembered";
+  EXPECT_EQ(linear.Search("aaaab"), 0);
+  Compiled backref("(a|aa)(a|aa)*(a|aa)*(a|aa)*\\1b");
+  EXPECT_EQ(backref.Search(std::string(60, 'a')), -2) << "a back reference rules the memo out";
+  EXPECT_EQ(backref.Search("aaaaab"), 0) << "ordinary inputs are unaffected";
+}
+
+// Runs a search with and without the memo of failed states, on two copies of
+// the program: results, registers and the rewritten programs must agree.
+void ExpectSameWithMemo(std::string const &pattern, std::string const &text, int syntax = kDefaultSyntax) {
+  Compiled with(pattern, syntax), without(pattern, syntax);
+  ASSERT_EQ(with.Error(), nullptr) << pattern;
+  int const size = static_cast<int>(text.size()), split = size / 2;
+  regexpr_registers regs[2] = {};
+  int results[2];
+  for (bool memo : {true, false}) {
+    bool ranOut = false;
+    regexpr_set_syntax(syntax);
+    results[memo] = znutil::detail::RegexprSearchUsingMemo((memo ? with : without).Buffer(), text.data(), split,
+                                                           text.data() + split, size - split, 0, size, &regs[memo],
+                                                           size, memo, std::int64_t{1} << 40, &ranOut);
+    ASSERT_FALSE(ranOut) << pattern;
+  }
+  EXPECT_EQ(results[0], results[1]) << pattern << " / " << text;
+  if (results[0] >= 0) {
+    for (int r = 0; r < REGEXPR_REGISTERS; ++r) {
+      EXPECT_EQ(regs[0].start[r], regs[1].start[r]) << pattern << " / " << text << " register " << r;
+      EXPECT_EQ(regs[0].end[r], regs[1].end[r]) << pattern << " / " << text << " register " << r;
+    }
+  }
+  EXPECT_EQ(with.ProgramBytes(), without.ProgramBytes()) << pattern;
+}
+
+TEST(RegexprMatchTest, MemoOfFailedStatesChangesNoResultOrRegister) {
+  std::string const optionals = [] {
+    std::string p;
+    for (int i = 0; i < 12; ++i) p += "a?";
+    return p + std::string(12, 'a');
+  }();
+  std::pair<char const *, std::string> const cases[] = {
+      {"(a)x|ab", "ab"},                   {"(a|ab)(c|bcd)(d*)", "abcd"},      {"(a|aa)*(a|aa)*b", std::string(14, 'a')},
+      {"(a|aa)*(a|aa)*b", "aaaaab"},       {"(x+x+)+y", std::string(14, 'x')}, {"(x+x+)+y", "xxxxxy"},
+      {"(a*)*b", "aaa"},                   {"(a?)*b", "ab"},                   {"a*c", "aaaabc"},
+      {"(ab)+c", "abababc"},               {"((a)|(b))*c", "abab"},            {"((a)|(b))*c", "ababc"},
+      {"(a|b)*(ab)*c", "abababd"},         {"x*(a|b)*y*$", "abxxby\nab"},     {"^(a|ab)*c", "ab\nabc"},
+      {"([ab]*)(b|c)*d", "abcbcbe"},       {"(a+)+(b+)+c", "aabbaabb"},        {"(.*)(.*)x", "yyyy\nyx"},
+      {optionals.c_str(), std::string(12, 'a')}, {"(.)+b|a", "ba"},   {"a*(y?)c|aab", "aaab"},
+      {"(aa|a?a?)(a|b)*c", std::string(2050, 'a')},  // the later way in overflows the stack
+  };
+  for (auto const &c : cases) ExpectSameWithMemo(c.first, c.second);
+  ExpectSameWithMemo("\\<((a)|aa)*\\>b?", "aaa aa", kWordSyntax);
+  ExpectSameWithMemo("(\\w+\\b)+x", "ab cd ef", kWordSyntax);
+
+  // Linear work where the plain backtracker needs exponential work.
+  Compiled exponential("(a|aa)*(a|aa)*b");
+  std::string const text(40, 'a');
+  for (bool memo : {true, false}) {
+    bool ranOut = false;
+    regexpr_set_syntax(kDefaultSyntax);
+    znutil::detail::RegexprSearchUsingMemo(exponential.Buffer(), text.data(), 40, nullptr, 0, 0, 40, nullptr, 40, memo,
+                                           20000, &ranOut);
+    EXPECT_EQ(ranOut, !memo);
+  }
+}
+
+// Searches that scan to the end of the text from every start are quadratic,
+// and the work bound leaves them their result.
+TEST(RegexprMatchTest, QuadraticSearchesKeepTheirResult) {
+  Compiled star("a*c");
+  EXPECT_EQ(star.Search(std::string(2500, 'a') + "bc"), 2501);
+  Compiled any(".*x");
+  EXPECT_EQ(any.Search(std::string(1500, 'y') + "\nx"), 1501);
+  Compiled plain("(a|b)*c");  // one failure entry a round, no rewrite
+  EXPECT_EQ(plain.Search(std::string(1500, 'a') + "dc"), 1501);
 }
 
 TEST(RegexprMatchTest, FirstMapSearchKeepsResultsAndAnchors) {
@@ -260,6 +337,31 @@ TEST(RegexprMatchTest, BadArgumentsAndPartialProgramsFindNothing) {
     EXPECT_EQ(partial.Search("aaaa"), -1) << pattern;
     partial.AddFirstMap();
     EXPECT_EQ(partial.Search("aaaa"), -1) << pattern;
+  }
+}
+
+// A jump too long for its 16-bit operand fails the compile; the partial
+// program must still hold only bytes the compiler wrote (the buffer is
+// filled with bytes that are no opcode) and never match.
+TEST(RegexprMatchTest, ProgramsWithAJumpTooLongNeverMatch) {
+  std::string const body(17000, 'a');
+  for (std::string const &pattern : {"(" + body + ")*b", "(" + std::string(16380, 'a') + ")*b", "(" + body + "|b)"}) {
+    regexpr_buffer buffer = {};
+    buffer.allocated = 1 << 17;
+    buffer.buffer = static_cast<unsigned char *>(ZenoUtilAlloc(static_cast<unsigned>(buffer.allocated)));
+    std::fill(buffer.buffer, buffer.buffer + buffer.allocated, 0xFF);
+    regexpr_set_syntax(kDefaultSyntax);
+    EXPECT_STREQ(regexpr_compile(pattern.data(), static_cast<int>(pattern.size()), &buffer),
+                 "Regular expression too complex");
+    std::string const text = std::string(300, 'a') + "b";
+    for (bool map : {false, true}) {
+      unsigned char firstMap[256];
+      buffer.first_map = map ? firstMap : nullptr;
+      regexpr_compile_first_map(&buffer);
+      EXPECT_EQ(regexpr_search(&buffer, text.data(), int(text.size()), 0, int(text.size()), nullptr), -1);
+      EXPECT_EQ(regexpr_match(&buffer, "b", 1, 0, nullptr), -1);
+    }
+    ZenoUtilFree(buffer.buffer);
   }
 }
 

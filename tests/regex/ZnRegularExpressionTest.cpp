@@ -57,6 +57,7 @@ TEST(ZnRegularExpressionTest, MatchesRecordsPositionAndRegisters) {
   EXPECT_EQ(re.RegisterEnd(-1), -1);
   EXPECT_FALSE(re.Matches("bob at example.org"));
   EXPECT_FALSE(re.HaveMatch());
+  EXPECT_FALSE(re.GaveUp()) << "no match is not giving up";
 
   ZnRegularExpression folded("ABC");
   EXPECT_TRUE(folded.Matches("xabcx"));
@@ -68,7 +69,9 @@ TEST(ZnRegularExpressionTest, MatchesRecordsPositionAndRegisters) {
   ZnRegularExpression exhausting("(a|b)*c");
   EXPECT_FALSE(exhausting.Matches(ZnString::MakeFill('a', 5000))) << "an exhausted failure stack is no match";
   EXPECT_FALSE(exhausting.HaveMatch());
+  EXPECT_TRUE(exhausting.GaveUp());
   EXPECT_TRUE(exhausting.Matches("abac"));
+  EXPECT_FALSE(exhausting.GaveUp());
 }
 
 TEST(ZnRegularExpressionTest, CopiesShareTheProgramAndLiveIndependently) {

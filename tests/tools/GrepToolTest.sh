@@ -10,6 +10,8 @@ trap 'rm -rf "$work"' EXIT
 printf 'The cat sat\non the mat.\nA Dog barked\n(cat)\n' > "$work/a.txt"
 printf 'report.txt\nreport.txt.bak\nnotes.TXT\n' > "$work/names.txt"
 printf 'dog\n' > "$work/b.txt"
+# Line 2 needs more than the 4,100 failure entries: one a round, two per a.
+{ echo ab; head -c 3000 /dev/zero | tr '\0' a; echo; echo b; } > "$work/long.txt"
 
 
 cd "$work"
@@ -26,6 +28,9 @@ check "dash is standard input" 0 '(standard input):y2' -- sh -c "printf 'y2\n' |
 check "glob" 0 $'report.txt\nnotes.TXT' -- "$tool" grep --glob '*.txt' names.txt
 check "escaped parenthesis" 0 '(cat)' -- "$tool" grep '\(cat\)' a.txt
 check "dash dash ends options" 1 '' -- "$tool" grep -- -v a.txt
+gaveup='znutil grep: long.txt:2: the pattern needs too much backtracking'
+check "gave up among matches" 2 $'ab\n'"$gaveup"$'\nb' -- "$tool" grep '(a|b)*b' long.txt
+check "gave up counts nothing" 2 "$gaveup"$'\n0' -- "$tool" grep -vc '(a|b)*b' long.txt
 check "nothing selected" 1 '' -- "$tool" grep zebra a.txt
 check "bad pattern" 2 'znutil grep: Badly placed parenthesis' -- "$tool" grep '(cat' a.txt
 check "bad operator" 2 'znutil grep: Badly placed special character' -- "$tool" grep '*cat' a.txt

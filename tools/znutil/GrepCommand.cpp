@@ -28,7 +28,8 @@ char const kUsage[] =
     "  --glob WILDCARD  use a file-name wildcard (* ? .) instead of PATTERN\n"
     "  --help           print this help\n"
     "Exit status: 0 when a line was selected, 1 when none was, 2 on a bad\n"
-    "pattern or an unreadable file.\n";
+    "pattern, an unreadable file or a line on which the search gave up (it is\n"
+    "reported, and neither selected nor passed over).\n";
 
 struct GrepOptions {
   bool lineNumbers = false;
@@ -81,6 +82,8 @@ class Grep {
 
   /// Returns the number of selected lines.
   long Scan(std::istream &in, std::string const &name);
+  /// Whether the search gave up on some line.
+  bool GaveUp() const { return gaveUp_; }
 
  private:
   void Print(std::string const &name, long number, std::string const &line) const;
@@ -88,15 +91,24 @@ class Grep {
   GrepOptions const &options_;
   ZnRegularExpression &expression_;
   bool showNames_;
+  bool gaveUp_ = false;
 };
 
-// A line is matched as a ZnString, so it ends at its first zero byte.
+// A line is matched as a ZnString, so it ends at its first zero byte. A line
+// on which the search gave up is reported: it is neither a match nor not one.
 long Grep::Scan(std::istream &in, std::string const &name) {
   long selected = 0, number = 0;
   std::string line;
   while (std::getline(in, line)) {
     ++number;
-    if (expression_.Matches(line.c_str()) == options_.invert) continue;
+    bool const matched = expression_.Matches(line.c_str());
+    if (expression_.GaveUp()) {
+      gaveUp_ = true;
+      std::fflush(stdout);  // the report stands between the lines around it
+      Complain("grep", name + ":" + std::to_string(number) + ": the pattern needs too much backtracking");
+      continue;
+    }
+    if (matched == options_.invert) continue;
     ++selected;
     if (!options_.countOnly) Print(name, number, line);
   }
@@ -158,7 +170,7 @@ int RunGrep(Arguments const &arguments) {
     selected += grep.Scan(in, file);
   }
   std::fflush(stdout);
-  return trouble ? kExitTrouble : selected > 0 ? 0 : 1;
+  return trouble || grep.GaveUp() ? kExitTrouble : selected > 0 ? 0 : 1;
 }
 
 }  // namespace znutil_tool

@@ -203,12 +203,15 @@ char const *Compiler::Emit(unsigned char opcode, unsigned char operand) {
 }
 
 // A displacement the 16-bit operand cannot hold makes the pattern too
-// complex, rather than a program that jumps to the wrong place.
+// complex, rather than a program that jumps to the wrong place. The jump is
+// still given a displacement, 0 (the next instruction), so that the partial
+// program left behind holds only whole instructions and jumps between them:
+// it has no op_end, so it simply never matches.
 char const *Compiler::PatchJump(int operandAt, int target) {
   int const displacement = target - (operandAt + 2);
-  if (displacement < -32768 || displacement > 32767) return kTooComplex;
-  SetDisplacement(out_->buffer + operandAt - 1, displacement);
-  return nullptr;
+  bool const fits = displacement >= -32768 && displacement <= 32767;
+  SetDisplacement(out_->buffer + operandAt - 1, fits ? displacement : 0);
+  return fits ? nullptr : kTooComplex;
 }
 
 // Shifts the code from `at` up by 3 and writes a jump there; `target` is

@@ -41,14 +41,19 @@ class FailureStack {
     entries_[count_++] = BacktrackEntry{text, part, code};
     return true;
   }
-  bool Pop(BacktrackEntry *entry) {
+  /// Pops up to the first entry with text; returns its index, or -1 when
+  /// the stack emptied.
+  int Pop(BacktrackEntry *entry) {
     while (count_ > 0) {
       *entry = entries_[--count_];
-      if (entry->text) return true;
+      if (entry->text) return count_;
     }
-    return false;
+    return -1;
   }
   BacktrackEntry *Top() { return count_ > 0 ? &entries_[count_ - 1] : nullptr; }
+  int Height() const { return count_; }
+  /// Whether the stack could rise to `height`, growing as pushes would.
+  bool Reserve(int height) { return height <= capacity_ || (height <= kHeapEntries && Grow()); }
 
  private:
   bool Grow() {
@@ -70,16 +75,19 @@ enum class Outcome { kNext, kFail, kMatched, kExhausted };
 
 class Matcher {
  public:
-  Matcher(regexpr_buffer *buffer, RegexprText const &text, std::int64_t *budget)
+  Matcher(regexpr_buffer *buffer, RegexprText const &text, RegexprWork *work, RegexprMemo *memo)
       : buffer_(buffer), program_(buffer->buffer), used_(buffer->used), translate_(buffer->translate),
-        word_(g_regexprTables.word), foldCase_((g_regexprSyntax & SYNTAX_FOLD_CASE) != 0), text_(text),
-        budget_(budget) {}
+        word_(g_regexprTables.word), foldCase_((g_regexprSyntax & SYNTAX_FOLD_CASE) != 0), text_(text), work_(work),
+        memo_(memo) {}
 
   int Run(int start, regexpr_registers *registers);
 
  private:
   // Position.
   void MoveTo(int offset);
+  unsigned char const *PointerAt(int offset, int part) const {
+    return text_.part[part] + (part == 0 ? offset : offset - text_.size[0]);
+  }
   int Offset() const { return part_ == 0 ? int(pos_ - text_.part[0]) : text_.size[0] + int(pos_ - text_.part[1]); }
   bool AtTextStart() const { return part_ == 0 && pos_ == text_.part[0]; }
   bool AtTextEnd() const { return pos_ == partEnd_ && (part_ == 1 || !text_.twoParts); }
@@ -90,7 +98,11 @@ class Matcher {
   bool Fetch(unsigned *c);
 
   // Instructions.
+  Outcome Arrive(unsigned char const *code, FailureStack &stack);
   Outcome Step(unsigned char const *&code, FailureStack &stack);
+  bool Push(FailureStack &stack, unsigned char const *text, unsigned char const *code);
+  void UpdateTop(FailureStack &stack, int offset, int part);
+  void SetSlot(int slot, int value);
   Outcome JumpOutcome(unsigned char const *&code);
   bool JumpTargetOf(unsigned char const *code, unsigned char const **target) const;
   Outcome BranchEnter(unsigned char const *&code, FailureStack &stack);
@@ -98,7 +110,11 @@ class Matcher {
   bool WordStart() const;
   bool WordEnd() const;
   bool WordEdgeInterior() const { return IsWord(ByteBefore()) != IsWord(ByteAt()); }
-  bool Spend() { return --*budget_ >= 0; }
+  bool Spend() {
+    if (--work_->left >= 0) return true;
+    work_->ranOut = true;
+    return false;
+  }
   int Succeed(int start, regexpr_registers *registers) const;
 
   regexpr_buffer *buffer_;
@@ -108,7 +124,8 @@ class Matcher {
   unsigned char const *word_;
   bool foldCase_;
   RegexprText const &text_;
-  std::int64_t *budget_;
+  RegexprWork *work_;
+  RegexprMemo *memo_;
   unsigned char const *pos_ = nullptr;
   unsigned char const *partEnd_ = nullptr;
   int part_ = 0;
@@ -143,7 +160,10 @@ int Matcher::Run(int start, regexpr_registers *registers) {
   FailureStack stack;
   unsigned char const *code = program_;
   for (;;) {
-    switch (Step(code, stack)) {
+    if (!Spend()) return -2;
+    Outcome outcome = memo_ && memo_->IsJoin(int(code - program_)) ? Arrive(code, stack) : Outcome::kNext;
+    if (outcome == Outcome::kNext) outcome = Step(code, stack);
+    switch (outcome) {
       case Outcome::kNext:
         continue;
       case Outcome::kMatched:
@@ -153,14 +173,58 @@ int Matcher::Run(int start, regexpr_registers *registers) {
       case Outcome::kFail:
         break;
     }
-    if (!Spend()) return -2;
     BacktrackEntry entry;
-    if (!stack.Pop(&entry)) return -1;
+    int const landed = stack.Pop(&entry);
+    if (memo_) memo_->Unwind(landed);
+    if (landed < 0) return -1;
     part_ = entry.part;
     pos_ = entry.text;
     partEnd_ = text_.part[part_] + text_.size[part_];
     code = entry.code;
   }
+}
+
+// At a join offset: when the memo knows this state fails, does what its
+// first visit did (registers, the entry under it, how high the stack rose)
+// and fails, instead of visiting it again.
+Outcome Matcher::Arrive(unsigned char const *code, FailureStack &stack) {
+  RegexprFailure failure;
+  int const height = stack.Height();
+  switch (memo_->Arrive(int(code - program_), Offset(), height, &failure)) {
+    case RegexprMemo::State::kNew: return Outcome::kNext;
+    case RegexprMemo::State::kGoingOn: return Outcome::kExhausted;  // it would go round until the stack overflows
+    case RegexprMemo::State::kFailed: break;
+  }
+  if (!stack.Reserve(height + failure.rise)) return Outcome::kExhausted;
+  memo_->NoteHeight(height + failure.rise);
+  int const *value = failure.values;
+  for (int slot = 0; slot < kRegexprSlots; ++slot) {
+    if (failure.slots >> slot & 1) SetSlot(slot, *value++);
+  }
+  if (failure.topOffset >= 0) UpdateTop(stack, failure.topOffset, failure.topPart);
+  return Outcome::kFail;
+}
+
+bool Matcher::Push(FailureStack &stack, unsigned char const *text, unsigned char const *code) {
+  if (!stack.Push(text, part_, code)) return false;
+  if (memo_) memo_->NotePush(stack.Height());
+  return true;
+}
+
+// The loop's own entry moves along to the present position.
+void Matcher::UpdateTop(FailureStack &stack, int offset, int part) {
+  BacktrackEntry *top = stack.Top();
+  if (!top) {
+    if (memo_) memo_->Break();
+    return;
+  }
+  *top = BacktrackEntry{PointerAt(offset, part), part, top->code};
+  if (memo_) memo_->NoteTopWrite(stack.Height() - 1, offset, part);
+}
+
+void Matcher::SetSlot(int slot, int value) {
+  (slot < REGEXPR_REGISTERS ? groupStart_[slot] : groupEnd_[slot - REGEXPR_REGISTERS]) = value;
+  if (memo_) memo_->NoteRegister(slot, value);
 }
 
 bool Matcher::JumpTargetOf(unsigned char const *code, unsigned char const **target) const {
@@ -177,7 +241,7 @@ Outcome Matcher::BranchEnter(unsigned char const *&code, FailureStack &stack) {
   unsigned char const *branch = code + 3;
   unsigned char const *exit = nullptr;
   if (branch + 3 > program_ + used_ || *branch != op_branch || !JumpTargetOf(branch, &exit)) return Outcome::kFail;
-  if (!stack.Push(nullptr, part_, exit)) return Outcome::kExhausted;
+  if (!Push(stack, nullptr, exit)) return Outcome::kExhausted;
   return JumpOutcome(code);
 }
 
@@ -222,7 +286,6 @@ int Matcher::Succeed(int start, regexpr_registers *registers) const {
 }
 
 Outcome Matcher::JumpOutcome(unsigned char const *&code) {
-  if (!Spend()) return Outcome::kExhausted;
   return JumpTargetOf(code, &code) ? Outcome::kNext : Outcome::kFail;
 }
 
@@ -244,22 +307,22 @@ Outcome Matcher::Step(unsigned char const *&code, FailureStack &stack) {
     case op_set: ok = Fetch(&c) && SetHas(code + 1, c); break;
     case op_char: ok = Fetch(&c) && (foldCase_ ? FoldCase(static_cast<unsigned char>(c)) : c) == code[1]; break;
     case op_any: ok = Fetch(&c) && c != '\n'; break;
-    case op_group_open: if (code[1] < REGEXPR_REGISTERS) groupStart_[code[1]] = Offset(); break;
-    case op_group_close: if (code[1] < REGEXPR_REGISTERS) groupEnd_[code[1]] = Offset(); break;
+    case op_group_open: if (code[1] < REGEXPR_REGISTERS) SetSlot(code[1], Offset()); break;
+    case op_group_close: if (code[1] < REGEXPR_REGISTERS) SetSlot(REGEXPR_REGISTERS + code[1], Offset()); break;
     case op_backref: ok = Backref(code[1]); break;
     case op_jump: return JumpOutcome(code);
     case star_jump:
       RewriteStarJump(program_, used_, int(code - program_), foldCase_);
-      return Outcome::kNext;  // runs again as the instruction it became
+      return Step(code, stack);  // runs as the instruction it became
     case op_branch: {
       unsigned char const *target = nullptr;
       if (!JumpTargetOf(code, &target)) return Outcome::kFail;
-      if (!stack.Push(pos_, part_, target)) return Outcome::kExhausted;
+      if (!Push(stack, pos_, target)) return Outcome::kExhausted;
       break;
     }
     case op_branch_update:
       // The top entry is the loop's own: its operand pushes nothing.
-      if (BacktrackEntry *top = stack.Top()) *top = BacktrackEntry{pos_, part_, top->code};
+      UpdateTop(stack, Offset(), part_);
       return JumpOutcome(code);
     case op_branch_enter: return BranchEnter(code, stack);
     case op_text_start: ok = AtTextStart(); break;
@@ -299,24 +362,56 @@ bool MakeRegexprText(char const *part1, int size1, char const *part2, int size2,
   return true;
 }
 
+// Quadratic in the text, so that a search that tries every start and scans
+// to the end from each (a*c over a long run of a) still completes; only
+// exponential work runs out, and late.
+// About what setting the memo up costs: a search that needs more work than
+// this loses little by starting again with the memo, and most need less.
+std::int64_t RegexprTrialAllowance(RegexprText const &text, int programSize) {
+  return 256 + std::int64_t{8} * (std::int64_t{text.total} + programSize);
+}
+
 std::int64_t RegexprWorkBudget(RegexprText const &text, int programSize) {
-  return (std::int64_t{1} << 20) + std::int64_t{64} * (text.total + 1) * (programSize + 1);
+  double const positions = double(text.total) + 1;
+  double const budget = double(1 << 22) + positions * positions * (double(programSize) + 1);
+  return budget < 0x1p62 ? static_cast<std::int64_t>(budget) : std::int64_t{1} << 62;
 }
 
 int RegexprMatchAt(regexpr_buffer *buffer, RegexprText const &text, int start, regexpr_registers *registers,
-                   std::int64_t *budget) {
+                   RegexprWork *work, RegexprMemo *memo) {
   if (start < 0 || start > text.total || !buffer->buffer) return -1;
-  return Matcher(buffer, text, budget).Run(start, registers);
+  return Matcher(buffer, text, work, memo).Run(start, registers);
 }
 
 }  // namespace znutil::detail
 
-int regexpr_match_parts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2, int start,
-                        regexpr_registers *registers, int stop) {
+namespace {
+
+int MatchParts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2, int start,
+               regexpr_registers *registers, int stop, RegexprMemoUse use, RegexprWork *work) {
   RegexprText text;
   if (!MakeRegexprText(part1, size1, part2, size2, stop, &text)) return -1;
-  std::int64_t budget = RegexprWorkBudget(text, buffer->used);
-  return RegexprMatchAt(buffer, text, start, registers, &budget);
+  RegexprWork standard{RegexprWorkBudget(text, buffer->used), false};  // unless the caller sets one
+  return RegexprWithMemo(buffer, text, use, work ? work : &standard, [&](RegexprWork *spend, RegexprMemo *memo) {
+    return RegexprMatchAt(buffer, text, start, registers, spend, memo);
+  });
+}
+
+}  // namespace
+
+int znutil::detail::RegexprMatchUsingMemo(regexpr_buffer *buffer, char const *part1, int size1, char const *part2,
+                                          int size2, int start, regexpr_registers *registers, int stop, bool memo,
+                                          std::int64_t work, bool *ranOut) {
+  RegexprMemoUse const use = memo ? RegexprMemoUse::kAlways : RegexprMemoUse::kNever;
+  RegexprWork spent{work, false};
+  int const result = MatchParts(buffer, part1, size1, part2, size2, start, registers, stop, use, &spent);
+  *ranOut = spent.ranOut;
+  return result;
+}
+
+int regexpr_match_parts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2, int start,
+                        regexpr_registers *registers, int stop) {
+  return MatchParts(buffer, part1, size1, part2, size2, start, registers, stop, RegexprMemoUse::kAdaptive, nullptr);
 }
 
 int regexpr_match(regexpr_buffer *buffer, char const *text, int size, int start, regexpr_registers *registers) {

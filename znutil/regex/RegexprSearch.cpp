@@ -14,10 +14,11 @@ using namespace znutil::detail;
 
 class Searcher {
  public:
-  Searcher(regexpr_buffer *buffer, RegexprText const &text, regexpr_registers *registers)
+  Searcher(regexpr_buffer *buffer, RegexprText const &text, regexpr_registers *registers, RegexprWork *work,
+           RegexprMemo *memo)
       : buffer_(buffer), text_(text), registers_(registers),
-        map_(buffer->empty_match == 1 ? nullptr : buffer->first_map), translate_(buffer->translate),
-        budget_(RegexprWorkBudget(text, buffer->used)) {}
+        map_(buffer->empty_match == 1 ? nullptr : buffer->first_map), translate_(buffer->translate), work_(work),
+        memo_(memo) {}
 
   int Run(int start, int range);
 
@@ -32,7 +33,8 @@ class Searcher {
   regexpr_registers *registers_;
   unsigned char const *map_;
   unsigned char const *translate_;
-  std::int64_t budget_;
+  RegexprWork *work_;
+  RegexprMemo *memo_;  // shared by all start positions: a state fails whatever the start
 };
 
 // How many positions from `position` on, at most `range` and within its
@@ -86,7 +88,7 @@ int Searcher::Run(int start, int range) {
       if (direction > 0 && position == text_.total && buffer_->empty_match == 0) return -1;
     }
     if (buffer_->anchor != 1 || AfterLineStart(position)) {
-      int const length = RegexprMatchAt(buffer_, text_, position, registers_, &budget_);
+      int const length = RegexprMatchAt(buffer_, text_, position, registers_, work_, memo_);
       if (length >= 0) return position;
       if (length == -2) return -2;
     }
@@ -98,14 +100,33 @@ int Searcher::Run(int start, int range) {
 
 regexpr_buffer g_staticBuffer;
 
-}  // namespace
-
-int regexpr_search_parts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2,
-                         int start, int range, regexpr_registers *registers, int stop) {
+int SearchParts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2, int start,
+                int range, regexpr_registers *registers, int stop, RegexprMemoUse use, RegexprWork *work) {
   RegexprText text;
   if (!MakeRegexprText(part1, size1, part2, size2, stop, &text)) return -1;
   if (buffer->first_map && !buffer->first_map_valid) regexpr_compile_first_map(buffer);
-  return Searcher(buffer, text, registers).Run(start, range);
+  RegexprWork standard{RegexprWorkBudget(text, buffer->used), false};  // unless the caller sets one
+  return RegexprWithMemo(buffer, text, use, work ? work : &standard, [&](RegexprWork *spend, RegexprMemo *memo) {
+    return Searcher(buffer, text, registers, spend, memo).Run(start, range);
+  });
+}
+
+}  // namespace
+
+int znutil::detail::RegexprSearchUsingMemo(regexpr_buffer *buffer, char const *part1, int size1, char const *part2,
+                                           int size2, int start, int range, regexpr_registers *registers, int stop,
+                                           bool memo, std::int64_t work, bool *ranOut) {
+  RegexprMemoUse const use = memo ? RegexprMemoUse::kAlways : RegexprMemoUse::kNever;
+  RegexprWork spent{work, false};
+  int const result = SearchParts(buffer, part1, size1, part2, size2, start, range, registers, stop, use, &spent);
+  *ranOut = spent.ranOut;
+  return result;
+}
+
+int regexpr_search_parts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2,
+                         int start, int range, regexpr_registers *registers, int stop) {
+  return SearchParts(buffer, part1, size1, part2, size2, start, range, registers, stop, RegexprMemoUse::kAdaptive,
+                     nullptr);
 }
 
 int regexpr_search(regexpr_buffer *buffer, char const *text, int size, int start, int range,

@@ -41,10 +41,14 @@ class ZNUTIL_API ZnRegularExpression {
   /// Gives the program a first-character map, once; results stay the same.
   void Optimize();
   /// Searches the whole text; the match may begin at any offset up to its
-  /// length. False both for no match and for an exhausted failure stack.
+  /// length. False both for no match and for an exhausted failure stack;
+  /// GaveUp tells the two apart.
   bool Matches(ZnString const &text);
   /// Whether the latest Matches found something.
   bool HaveMatch() const { return iMatchPosition >= 0; }
+  /// Whether the latest Matches gave up (failure stack or work bound
+  /// exhausted) rather than found no match; Matches is false either way.
+  bool GaveUp() const { return iMatchPosition == -2; }
   /// Offsets of the latest match.
   int MatchedStart() const { return rrRegisters.start[0]; }
   int MatchedEnd() const { return rrRegisters.end[0]; }

@@ -5,4 +5,5 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   RegexprStarJump.cpp
   RegexprMatch.cpp
   RegexprSearch.cpp
+  RegexprMemo.cpp
   ZnRegularExpression.cpp)
