@@ -20,6 +20,7 @@
 
 #include <gtest/gtest.h>
 
+#include "../system/Eventually.h"
 #include "../system/ScratchDirectory.h"
 #include "CfgTestSupport.h"
 
@@ -40,14 +41,8 @@ constexpr auto kWritingTime = std::chrono::milliseconds(1500);
 
 using Getter = std::function<unsigned long(ZnString const &, ZnString const &, int *)>;
 
-bool Eventually(std::function<bool()> const &condition) {
-  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
-  return true;
-}
+// Other processes take turns of their own: a longer wait.
+bool Eventually(std::function<bool()> const &condition) { return znutil_test::Eventually(condition, 20); }
 
 std::string Key(int role, int key) { return std::to_string(role) + "-" + std::to_string(key); }
 

@@ -15,10 +15,12 @@
 
 #include <gtest/gtest.h>
 
+#include "../system/Eventually.h"
 #include "../system/ScratchDirectory.h"
 
 namespace {
 
+using znutil_test::Eventually;
 using znutil_test::LibraryPath;
 using znutil_test::ReadFile;
 using znutil_test::ScratchDirectory;
@@ -27,16 +29,6 @@ using znutil_test::WriteFile;
 
 constexpr int kProfile = 0;
 constexpr int kGlobal = 1;
-
-// Polls `condition` every few milliseconds for up to ten seconds.
-bool Eventually(std::function<bool()> const &condition) {
-  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-  return true;
-}
 
 // A scratch folder holding the profile and, in "system", the global file.
 class ZnCfgManagerTest : public testing::Test {

@@ -14,21 +14,15 @@
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/logging/ZnLoggerFrame.h>
 
+#include "../system/Eventually.h"
 #include "../system/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
 
 namespace znutil_test {
 
-// Polls `done` every few milliseconds for up to ten seconds.
-inline bool WaitFor(std::function<bool()> const &done) {
-  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!done()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(2));
-  }
-  return true;
-}
+// Waits up to ten seconds for the logger thread to bring `done` about.
+inline bool WaitFor(std::function<bool()> const &done) { return Eventually(done); }
 
 // The frame as it is now; an empty snapshot without a frame.
 inline ZnLoggerFrame::Snapshot Frame() {

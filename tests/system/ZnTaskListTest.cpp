@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Eventually.h"
 #include "ScratchDirectory.h"
 
 extern char **environ;
@@ -33,12 +34,7 @@ std::string NameOf(pid_t id) {
 
 // Polls until the snapshot shows `id` under `name` (empty: not at all).
 bool Eventually(pid_t id, std::string const &name) {
-  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (NameOf(id) != name) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-  return true;
+  return znutil_test::Eventually([&] { return NameOf(id) == name; });
 }
 
 TEST(ZnTaskListTest, AFreshListIsEmptyAndASnapshotHoldsThisProcess) {
