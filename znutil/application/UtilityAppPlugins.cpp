@@ -28,6 +28,15 @@ constexpr int kSourceSlots = 4;
 // inside one would ask for the plug-in path again, without end.
 ZNUTIL_THREAD_LOCAL bool tExpandingPluginPath = false;
 
+// Marks the calling thread as expanding a plug-in path for one scope.
+class ExpandingPluginPath {
+ public:
+  ExpandingPluginPath() { tExpandingPluginPath = true; }
+  ~ExpandingPluginPath() { tExpandingPluginPath = false; }
+  ExpandingPluginPath(ExpandingPluginPath const &) = delete;
+  ExpandingPluginPath &operator=(ExpandingPluginPath const &) = delete;
+};
+
 int SourceOfWord(ZnString const &word) {
   if (word.CaseCompare("env") == 0) return kEnvironmentSource;
   if (word.CaseCompare("reg") == 0) return kSettingsSource;
@@ -90,8 +99,7 @@ bool UtilityApp::PluginPath(ZnStringList *list) {
   }
   list->Clear();
   text.Tokenize(";", *list);
-  bool const outer = !tExpandingPluginPath;
-  tExpandingPluginPath = true;
+  ExpandingPluginPath const expanding;
   ZnListContext context;
   for (ZnString *item = list->First(context); item != nullptr;) {
     if (*item == NULL_STRING) {
@@ -102,7 +110,6 @@ bool UtilityApp::PluginPath(ZnStringList *list) {
       item = list->Next(context);
     }
   }
-  if (outer) tExpandingPluginPath = false;
   ZnListContext first;
   return list->First(first) != nullptr;
 }
