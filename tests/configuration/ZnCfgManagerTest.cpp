@@ -72,6 +72,7 @@ TEST_F(ZnCfgManagerTest, NoManagerGivesThreeEverywhere) {
 TEST_F(ZnCfgManagerTest, MissingFilesAreWrittenAndWritesReachTheirOwnFileWithinATurn) {
   Start();
   EXPECT_EQ(3u, configuration_.SetIntegerEntry(2, "A", "B", 1));  // no third file
+  EXPECT_EQ(-1, ReadInteger(kProfile, "A", "B"));
   EXPECT_TRUE(Eventually([&] { return std::filesystem::exists(profile_) && std::filesystem::exists(global_); }));
   EXPECT_EQ("", ReadFile(profile_) + ReadFile(global_));
   EXPECT_EQ(0u, configuration_.SetIntegerEntry(kProfile, "View", "Width", 800));
