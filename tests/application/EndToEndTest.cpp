@@ -3,8 +3,6 @@
 // settings of every type; paths; plug-in folders; stop, start again, and
 // check what reached the disk.
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/text/ZnStringList.h>
@@ -15,22 +13,7 @@
 namespace znutil_test {
 namespace {
 
-constexpr int kThreads = 4;
 constexpr int kMessages = 50;
-
-void LogFromThreads() {
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([t] {
-      for (int m = 0; m < kMessages; ++m) {
-        ZnString text;
-        text.Format("thread %d message %d", t, m);
-        ZnLogger::Log(ZnLogger::kInformation, "EndToEnd", "Threads", text);
-      }
-    });
-  }
-  for (std::thread &thread : threads) thread.join();
-}
 
 void WriteEveryType(UtilityApp const &app) {
   app.WriteProfileBool("All", "Bool", true);
@@ -57,7 +40,9 @@ void ExpectEveryType(UtilityApp const &app) {
 
 TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
   Start(false);
-  LogFromThreads();
+  OnFourThreads([] {
+    for (int m = 0; m < kMessages; ++m) ZnLogger::Log(ZnLogger::kInformation, "EndToEnd", "Threads", ZnString("message ") << m);
+  });
   WriteEveryType(app_);
   ExpectEveryType(app_);
   app_.Flush();  // on the disk at once, not at the manager's next turn
@@ -73,8 +58,8 @@ TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
   ShutdownUtilityLibrary();
 
   std::string const log = ReadFile(LogFile());
-  EXPECT_EQ(Count(log, "  Information  EndToEnd  Threads\n"), kThreads * kMessages);
-  EXPECT_EQ(Count(log, "\tthread 3 message 49\n"), 1);
+  EXPECT_EQ(Count(log, "  Information  EndToEnd  Threads\n"), 4 * kMessages);
+  EXPECT_EQ(Count(log, "\tmessage 49\n"), 4);
   std::string const stopped = ReadFile(Profile());
   Start(false);
   ExpectEveryType(app_);

@@ -2,8 +2,6 @@
 // own settings, through the interface an application uses.
 #include <cstdlib>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/platform/UserInterface.h>
@@ -93,14 +91,6 @@ TEST_F(LibraryTest, GetVariableTriesTheEnvironmentThenThePathsSection) {
   value = "unchanged";
   EXPECT_FALSE(value.GetVariable("ZNTEST_NOWHERE"));
   EXPECT_EQ(Text(value), "unchanged");
-}
-
-// Four threads make the same call at once.
-template <typename Call>
-void OnFourThreads(Call call) {
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) threads.emplace_back(call);
-  for (std::thread &thread : threads) thread.join();
 }
 
 unsigned long Controls() { return znutil::platform::CountUserInterfaceCalls().initCommonControls; }
