@@ -38,6 +38,35 @@ TEST_F(LoggerTest, RecordTextIsExactAndEachFormGivesItsLines) {
   EXPECT_EQ(1, Count(text, "  Information  S  C\n\n"));
 }
 
+// The writer formats the time once a second: a record of a later second
+// still carries its own time.
+TEST_F(LoggerTest, EachSecondIsStampedAfresh) {
+  ZnLogger::Log(ZnLogger::kWarning, ZnString("S"), ZnString("C"), ZnString("A"));
+  ASSERT_TRUE(WaitForInFile("\tA\n"));
+  std::string const first = LogText();
+  std::string const stamp = first.substr(0, first.find("  Warning"));
+  ASSERT_TRUE(WaitFor([&] { return StampNow() != stamp; }));
+  std::string const before = StampNow();
+  ZnLogger::Log(ZnLogger::kWarning, ZnString("S"), ZnString("C"), ZnString("B"));
+  std::string const after = StampNow();
+  ZnLogger::Shutdown();
+  std::string const second = LogText().substr(first.size());
+  std::string const rest = "  Warning  S  C\n\tB\n\n";
+  EXPECT_TRUE(second == before + rest || second == after + rest) << second;
+}
+
+// A debug dump of a message that nothing in the library prints.
+TEST(LoggerTypesTest, ConsoleTextOfAMessage) {
+  std::string const before = StampNow();
+  ZnLogger::ZnLogMessage message(ZnLogger::kError, ZnString("Src"), ZnString("Cat"));
+  std::string const after = StampNow();
+  message.AddLine(ZnString("one"));
+  message.AddLine(ZnString("two"));
+  std::string const rest = "\n\tSource:   Src\n\tCategory: Cat\n\t\tone\n\t\ttwo\n";
+  std::string const text = message.ConsoleText().Chars();
+  EXPECT_TRUE(text == before + rest || text == after + rest) << text;
+}
+
 TEST(LoggerTypesTest, TypeWordsAndFlags) {
   struct Case {
     int type;
