@@ -3,8 +3,6 @@
 // settings of every type; paths; plug-in folders; stop, start again, and
 // check what reached the disk.
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/text/ZnStringList.h>
@@ -15,22 +13,7 @@
 namespace znutil_test {
 namespace {
 
-constexpr int kThreads = 4;
 constexpr int kMessages = 50;
-
-void LogFromThreads() {
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([t] {
-      for (int m = 0; m < kMessages; ++m) {
-        ZnString text;
-        text.Format("thread %d message %d", t, m);
-        ZnLogger::Log(ZnLogger::kInformation, "EndToEnd", "Threads", text);
-      }
-    });
-  }
-  for (std::thread &thread : threads) thread.join();
-}
 
 void WriteEveryType(UtilityApp const &app) {
   app.WriteProfileBool("All", "Bool", true);
@@ -57,29 +40,32 @@ void ExpectEveryType(UtilityApp const &app) {
 
 TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
   Start(false);
-  LogFromThreads();
+  OnFourThreads([] {
+    for (int m = 0; m < kMessages; ++m) ZnLogger::Log(ZnLogger::kInformation, "EndToEnd", "Threads", ZnString("message ") << m);
+  });
   WriteEveryType(app_);
   ExpectEveryType(app_);
-  UtilityApp::SetPath("Data", (scratch_.Path() + "/data").c_str());
-  EXPECT_EQ(Text(UtilityApp::ParsePath("%data%\\x\\..\\file.txt")), Backslashed(scratch_ / "data/file.txt"));
-  EXPECT_EQ(Text(UtilityApp::PluginDirectory()), Text(UtilityApp::StartupDir()) + "\\PLUGINS");
-  ShutdownUtilityLibrary();
-
-  std::string const log = ReadFile(LogFile());
-  EXPECT_EQ(Count(log, "  Information  EndToEnd  Threads\n"), kThreads * kMessages);
-  EXPECT_EQ(Count(log, "\tthread 3 message 49\n"), 1);
+  app_.Flush();  // on the disk at once, not at the manager's next turn
   std::string const profile = ReadFile(Profile());
   EXPECT_NE(profile.find("section \"All\"\r\n\"Binary\" (all) =(binary) x01,x02,xff\r\n"
                          "\"Bool\" (all) =(integer) 1\r\n\"Float\" (all) =(float) x00,x00,x80,x3f\r\n"),
             std::string::npos)
       << profile;
   EXPECT_NE(ReadFile(Global()).find("\"Count\" (all) =(integer) 3\r\n"), std::string::npos);
+  UtilityApp::SetPath("Data", (scratch_.Path() + "/data").c_str());
+  EXPECT_EQ(Text(UtilityApp::ParsePath("%data%\\x\\..\\file.txt")), Backslashed(scratch_ / "data/file.txt"));
+  EXPECT_EQ(Text(UtilityApp::PluginDirectory()), Text(UtilityApp::StartupDir()) + "\\PLUGINS");
+  ShutdownUtilityLibrary();
 
+  std::string const log = ReadFile(LogFile());
+  EXPECT_EQ(Count(log, "  Information  EndToEnd  Threads\n"), 4 * kMessages);
+  EXPECT_EQ(Count(log, "\tmessage 49\n"), 4);
+  std::string const stopped = ReadFile(Profile());
   Start(false);
   ExpectEveryType(app_);
   ShutdownUtilityLibrary();
   // The second start kept the first run's files as generation 1.
-  EXPECT_EQ(ReadFile(Profile() + ".1"), profile);
+  EXPECT_EQ(ReadFile(Profile() + ".1"), stopped);
   EXPECT_TRUE(std::filesystem::exists(Global() + ".1"));
   UtilityApp::SetPath("Data", "");
 }

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <znutil/application/UtilityApp.h>
 
@@ -28,6 +30,14 @@ inline int ThreadCount() {
   return count;
 }
 #endif
+
+// Four threads make the same call at once.
+template <typename Call>
+void OnFourThreads(Call call) {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) threads.emplace_back(call);
+  for (std::thread &thread : threads) thread.join();
+}
 
 class LibraryTest : public testing::Test {
  protected:

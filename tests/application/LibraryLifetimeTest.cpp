@@ -2,8 +2,6 @@
 // own settings, through the interface an application uses.
 #include <cstdlib>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <znutil/logging/ZnLogger.h>
 #include <znutil/platform/UserInterface.h>
@@ -27,17 +25,10 @@ void ExpectNoSettings(UtilityApp const &app) {
   EXPECT_FALSE(app.WriteGlobalString("View", "Name", "x"));
 }
 
-TEST_F(LibraryTest, SettingsExistOnlyBetweenStartAndStop) {
+// Settings exist only between a start and a stop.
+TEST_F(LibraryTest, StartStopStartReadsTheFilesAgainAndASecondStartChangesNothing) {
   ExpectNoSettings(app_);
   EXPECT_TRUE(ShutdownUtilityLibrary());  // a stop without a start does nothing
-  Start();
-  EXPECT_TRUE(app_.WriteProfileInt("View", "Width", 1024));
-  EXPECT_EQ(app_.GetProfileIntA("View", "Width", 640), 1024);
-  EXPECT_TRUE(ShutdownUtilityLibrary());
-  ExpectNoSettings(app_);
-}
-
-TEST_F(LibraryTest, StartStopStartReadsTheFilesAgainAndASecondStartChangesNothing) {
   WriteFile(Profile(), "section \"View\"\n\"Width\" = (integer) 800\n");
   Start();
   EXPECT_EQ(app_.GetProfileIntA("View", "Width", 0), 800);
@@ -60,6 +51,7 @@ TEST_F(LibraryTest, StartStopStartReadsTheFilesAgainAndASecondStartChangesNothin
   }
   // Each start kept the earlier generation.
   EXPECT_TRUE(std::filesystem::exists(Profile() + ".3"));
+  ExpectNoSettings(app_);
 }
 
 TEST_F(LibraryTest, SettingsConvertBetweenTypesAndKeepTheFilesApart) {
@@ -85,29 +77,6 @@ TEST_F(LibraryTest, SettingsConvertBetweenTypesAndKeepTheFilesApart) {
   EXPECT_FALSE(app_.GetGlobalBool("Convert", "Bool", false));
 }
 
-TEST_F(LibraryTest, ASettingWrittenInOneRunIsReadInAChildProcess) {
-  Start();
-  app_.WriteProfileFloat("Run", "Scale", 0.25f);
-  app_.Flush();
-  ShutdownUtilityLibrary();
-  std::string const style = GTEST_FLAG_GET(death_test_style);
-#ifdef __SANITIZE_THREAD__
-  // The stopped library's detached threads may not have left yet, and
-  // ThreadSanitizer kills a child forked beside them once it starts one:
-  // there the child is a fresh run of this test instead.
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-#endif
-  EXPECT_EXIT(
-      {
-        InitializeUtilityLibrary("", Profile().c_str(), true);
-        float const scale = UtilityApp().GetProfileFloat("Run", "Scale", 0);
-        ShutdownUtilityLibrary();
-        std::exit(scale == 0.25f ? 0 : 1);
-      },
-      testing::ExitedWithCode(0), "");
-  GTEST_FLAG_SET(death_test_style, style);
-}
-
 TEST_F(LibraryTest, GetVariableTriesTheEnvironmentThenThePathsSection) {
   Start();
   app_.WriteProfileStringA("PATHS", "ZNTEST_DATA", "from profile");
@@ -124,38 +93,27 @@ TEST_F(LibraryTest, GetVariableTriesTheEnvironmentThenThePathsSection) {
   EXPECT_EQ(Text(value), "unchanged");
 }
 
-TEST_F(LibraryTest, OnlyAStartWithAUserInterfaceBringsUpTheLogger) {
-  unsigned long const controls = znutil::platform::CountUserInterfaceCalls().initCommonControls;
+unsigned long Controls() { return znutil::platform::CountUserInterfaceCalls().initCommonControls; }
+
+// Only a start with a user interface brings up the logger; starts and stops
+// from several threads have one winner each.
+TEST_F(LibraryTest, TheLoggerComesWithTheUserInterfaceAndEachStartHasOneWinner) {
+  unsigned long const controls = Controls();
   Start(true);
   EXPECT_FALSE(ZnLogger::IsInitialized());
-  EXPECT_EQ(znutil::platform::CountUserInterfaceCalls().initCommonControls, controls);
+  EXPECT_EQ(Controls(), controls);
   ShutdownUtilityLibrary();
 
   Start(false);
   EXPECT_TRUE(ZnLogger::IsInitialized());
-  EXPECT_EQ(znutil::platform::CountUserInterfaceCalls().initCommonControls, controls + 1);
   EXPECT_TRUE(WaitFor([] { return Text(Frame().fsTitle) == "Test Log"; }));
   ZnLogger::Log(ZnLogger::kWarning, "Lifetime", "Test", "into LOGDIR");
   ShutdownUtilityLibrary();
-  EXPECT_FALSE(ZnLogger::IsInitialized());
   EXPECT_EQ(Count(ReadFile(LogFile()), "\tinto LOGDIR\n"), 1);  // nothing lost at the stop
-  InitializeUtilityLibrary("", Profile().c_str(), false);  // no suggestion: the title stays
-  EXPECT_TRUE(WaitFor([] { return Text(Frame().fsTitle) == "Test Log"; }));
-}
-
-// Four threads make the same call at once.
-template <typename Call>
-void OnFourThreads(Call call) {
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) threads.emplace_back(call);
-  for (std::thread &thread : threads) thread.join();
-}
-
-TEST_F(LibraryTest, StartsAndStopsFromSeveralThreadsHaveOneWinnerEach) {
-  unsigned long const controls = znutil::platform::CountUserInterfaceCalls().initCommonControls;
   for (unsigned long round = 1; round <= 3; ++round) {
     OnFourThreads([this] { InitializeUtilityLibrary("", Profile().c_str(), false); });
-    EXPECT_EQ(znutil::platform::CountUserInterfaceCalls().initCommonControls, controls + round);
+    EXPECT_EQ(Controls(), controls + 1 + round);
+    EXPECT_TRUE(WaitFor([] { return Text(Frame().fsTitle) == "Test Log"; }));  // no suggestion: the title stays
     EXPECT_TRUE(app_.WriteProfileInt("View", "Round", static_cast<int>(round)));
     OnFourThreads([] { ShutdownUtilityLibrary(); });
     EXPECT_FALSE(ZnLogger::IsInitialized());

@@ -2,7 +2,6 @@
 // words of PLUGINS_ORDER, and the corners that must not recurse or fault.
 #include <atomic>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <znutil/logging/ZnLogger.h>
@@ -26,8 +25,8 @@ std::vector<std::string> PluginPath() {
 
 using Items = std::vector<std::string>;
 
-TEST_F(LibraryTest, PluginSourcesComeInTheirOrder) {
-  Start();
+TEST_F(LibraryTest, PluginSourcesComeInTheirOrderAndBadWordsAreLoggedOnceEach) {
+  Start(false);
   std::string const dir = Text(UtilityApp::StartupDir()) + "\\PLUGINS";
   EXPECT_EQ(PluginPath(), Items{dir});  // neither variable nor setting: the folder
   app_.WriteGlobalString("PATHS", "PLUGINS", "\\global");
@@ -45,11 +44,6 @@ TEST_F(LibraryTest, PluginSourcesComeInTheirOrder) {
   EXPECT_EQ(PluginPath(), Items{dir});
   unsetenv("PLUGINS_ORDER");
   EXPECT_EQ(PluginPath(), Items{"\\env"});
-}
-
-TEST_F(LibraryTest, BadWordsOfThePluginOrderAreLoggedOnceEach) {
-  Start(false);
-  setenv("PLUGINS", "\\env", 1);
   setenv("PLUGINS_ORDER", "disk,env,,x", 1);
   EXPECT_EQ(PluginPath(), Items{"\\env"});
   ShutdownUtilityLibrary();
@@ -87,16 +81,12 @@ TEST_F(LibraryTest, PathsExpandOnSeveralThreadsAtOnce) {
   std::string const once = Text(UtilityApp::ParsePath(path));
   std::string const relative = Text(ZnDirectory::CreateRelativePath("a\\b", "c"));  // from the start-up folder
   std::atomic<int> wrong{0};
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([&] {
-      for (int round = 0; round < 100; ++round) {
-        wrong += Text(UtilityApp::ParsePath(path.Chars())) != once;
-        wrong += Text(ZnDirectory::CreateRelativePath("a\\b", "c")) != relative;
-      }
-    });
-  }
-  for (std::thread &thread : threads) thread.join();
+  OnFourThreads([&] {
+    for (int round = 0; round < 100; ++round) {
+      wrong += Text(UtilityApp::ParsePath(path.Chars())) != once;
+      wrong += Text(ZnDirectory::CreateRelativePath("a\\b", "c")) != relative;
+    }
+  });
   EXPECT_EQ(wrong.load(), 0);
   UtilityApp::SetPath("Shared", "");
 }

@@ -37,14 +37,11 @@ TEST(UtilityAppOleTest, ALatchNotACount) {
   }));
   worker.SignalShutdown(true);  // the thread's end gives OLE back once more
   EXPECT_EQ(Uninitializes(), uninitializes + 3);
-}
-
-TEST(UtilityAppOleTest, AThreadThatNeverInitializedGivesNothingBackAtItsEnd) {
-  ZnThread worker(0);
-  unsigned long const uninitializes = Uninitializes();
-  ASSERT_TRUE(RunOn(worker, [] {}));
-  worker.SignalShutdown(true);
-  EXPECT_EQ(Uninitializes(), uninitializes);
+  // A thread that never initialised gives nothing back at its end.
+  ZnThread idle(0);
+  ASSERT_TRUE(RunOn(idle, [] {}));
+  idle.SignalShutdown(true);
+  EXPECT_EQ(Uninitializes(), uninitializes + 3);
 }
 
 TEST(UtilityAppOleTest, ForeignThreadsAreAttachedButNeverUninitialized) {

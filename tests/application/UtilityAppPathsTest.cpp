@@ -47,18 +47,23 @@ TEST(UtilityAppPathsTest, IdentityTokensNameTheRunningProgram) {
   EXPECT_EQ(Parsed("%startupdir%\\..\\data"), parent + "\\data");
 }
 
-TEST(UtilityAppPathsTest, HomeComesFromTheEnvironment) {
+// HOME comes from the environment, other names from SetPath; the built-in
+// names win over SetPath.
+TEST(UtilityAppPathsTest, HomeAndTheNamesOfSetPath) {
   ScopedVariable home("HOME", "/tmp/someone");
   ScopedVariable userName("USERNAME", "bob");
   ScopedVariable user("USER", "alice");
+  UtilityApp::SetPath("Home", "\\mine");
+  UtilityApp::SetPath("APPVERSION", "\\mine");
   EXPECT_EQ(Parsed("%Home%/.app"), "\\tmp\\someone\\.app");
+  EXPECT_EQ(Parsed("%APPVERSION%"), "Tesserae_2.13");
+  UtilityApp::SetPath("Home", "");
+  UtilityApp::SetPath("APPVERSION", "");
   setenv("HOME", "", 1);  // empty counts as unset
   EXPECT_EQ(Parsed("%HOME%"), "\\home\\bob");
   setenv("USERNAME", "", 1);
   EXPECT_EQ(Parsed("%HOME%"), "\\home\\alice");
-}
 
-TEST(UtilityAppPathsTest, SetPathDefinesChangesAndDeletesNames) {
   UtilityApp::SetPath("Data", "C:\\data\\");
   EXPECT_EQ(Parsed("%DATA%\\x"), "C:\\data\\x");
   UtilityApp::SetPath("DATA", "\\other");  // the same name in another case
@@ -67,16 +72,6 @@ TEST(UtilityAppPathsTest, SetPathDefinesChangesAndDeletesNames) {
   EXPECT_EQ(Parsed("\\%DATA%x"), "\\x");
   UtilityApp::SetPath("", "\\never");  // ignored: %% stays empty
   EXPECT_EQ(Parsed("\\%%x"), "\\x");
-}
-
-TEST(UtilityAppPathsTest, BuiltInNamesWinOverSetPath) {
-  ScopedVariable home("HOME", "/home/me");
-  UtilityApp::SetPath("Home", "\\mine");
-  UtilityApp::SetPath("APPVERSION", "\\mine");
-  EXPECT_EQ(Parsed("%HOME%"), "\\home\\me");
-  EXPECT_EQ(Parsed("%APPVERSION%"), "Tesserae_2.13");
-  UtilityApp::SetPath("Home", "");
-  UtilityApp::SetPath("APPVERSION", "");
 }
 
 TEST(ZnNamePathPairTest, ListsFindPairsByLowerCaseNameAndKeepTheirCase) {

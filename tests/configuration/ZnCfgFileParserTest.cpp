@@ -183,7 +183,6 @@ TEST_F(ZnCfgFileParserTest, ReportsWithSourceCategoryAndLevel) {
   auto const messages = ZnCfgFileParserTestAccess::TakeMessages();
   ASSERT_EQ(messages.size(), 2u);
   EXPECT_EQ(messages[0].text, "Warning in configuration file.\nWarning for file " + Path() + "\ncareful");
-  EXPECT_EQ(messages[0].level, 1);
   EXPECT_EQ(messages[1].text, "Cannot open configuration file\nThe file name is " + Path() + "-none");
   for (auto const &message : messages) {
     EXPECT_EQ(message.source, "CfgFile");

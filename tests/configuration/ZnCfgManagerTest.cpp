@@ -69,17 +69,12 @@ TEST_F(ZnCfgManagerTest, NoManagerGivesThreeEverywhere) {
   EXPECT_FALSE(std::filesystem::exists(profile_));
 }
 
-TEST_F(ZnCfgManagerTest, MissingFilesAreWrittenByTheFirstTurn) {
+TEST_F(ZnCfgManagerTest, MissingFilesAreWrittenAndWritesReachTheirOwnFileWithinATurn) {
   Start();
   EXPECT_EQ(3u, configuration_.SetIntegerEntry(2, "A", "B", 1));  // no third file
   EXPECT_EQ(-1, ReadInteger(kProfile, "A", "B"));
   EXPECT_TRUE(Eventually([&] { return std::filesystem::exists(profile_) && std::filesystem::exists(global_); }));
-  EXPECT_EQ("", ReadFile(profile_));
-  EXPECT_EQ("", ReadFile(global_));
-}
-
-TEST_F(ZnCfgManagerTest, WritesReachTheirOwnFileWithinATurn) {
-  Start();
+  EXPECT_EQ("", ReadFile(profile_) + ReadFile(global_));
   EXPECT_EQ(0u, configuration_.SetIntegerEntry(kProfile, "View", "Width", 800));
   EXPECT_EQ(0u, configuration_.SetTextEntry(kGlobal, "Paths", "Home", "here"));
   EXPECT_EQ(-1, ReadInteger(kGlobal, "View", "Width"));  // no fall-back between files
@@ -100,26 +95,23 @@ TEST_F(ZnCfgManagerTest, OutsideEditReplacesTheWholeContentWithinATurn) {
   EXPECT_EQ(-1, ReadInteger(kProfile, "View", "Height"));
 }
 
-TEST_F(ZnCfgManagerTest, EachStartShiftsTheBackups) {
+// A second start changes nothing, a stop flushes, each start shifts the backups.
+TEST_F(ZnCfgManagerTest, StartsStopsAndBackups) {
   for (int start = 1; start <= 3; ++start) {
     WriteFile(profile_, "section \"Run\" \"Number\" = (integer) " + std::to_string(start) + "\n");
     Start();
+    InitializeConfiguration(LibraryPath(scratch_ / "Other.cfg"));
+    configuration_.SetIntegerEntry(kProfile, "A", "B", 5);
     ShutdownConfiguration();
   }
+  EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 5\r\n\r\nsection \"Run\"\r\n\"Number\" (all) =(integer) 3\r\n\r\n",
+            ReadFile(profile_));
+  EXPECT_FALSE(std::filesystem::exists(scratch_ / "Other.cfg"));
+  EXPECT_EQ(-1, ReadInteger(kProfile, "A", "B"));
   EXPECT_NE(std::string::npos, ReadFile(profile_ + ".1").find("3"));
   EXPECT_NE(std::string::npos, ReadFile(profile_ + ".3").find("1"));
   EXPECT_FALSE(std::filesystem::exists(profile_ + ".4"));
   EXPECT_TRUE(std::filesystem::exists(global_ + ".1"));  // written empty by the first run
-}
-
-TEST_F(ZnCfgManagerTest, SecondStartChangesNothingAndStopFlushes) {
-  Start();
-  InitializeConfiguration(LibraryPath(scratch_ / "Other.cfg"));
-  configuration_.SetIntegerEntry(kProfile, "A", "B", 5);
-  ShutdownConfiguration();
-  EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 5\r\n\r\n", ReadFile(profile_));
-  EXPECT_FALSE(std::filesystem::exists(scratch_ / "Other.cfg"));
-  EXPECT_EQ(-1, ReadInteger(kProfile, "A", "B"));
 }
 
 TEST_F(ZnCfgManagerTest, DefaultProfileWithoutIdentityStaysInTheCurrentFolder) {

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <znutil/configuration/ZnConfiguration.h>
+#include <znutil/configuration/internal/ZnCfgManager.h>
 #include <znutil/logging/ZnLogger.h>
 
 #include "../logging/LoggerFixture.h"
@@ -43,6 +45,18 @@ TEST_F(ZnCfgParserLoggerTest, QueuedMessagesComeOutFirstAndInOrder) {
   }
   EXPECT_EQ(znutil_test::Count(log, "CfgFile"), 4);
   EXPECT_EQ(znutil_test::Count(log, "Reader"), 4);
+}
+
+// With no parse after the logger came up, the manager's turns deliver what
+// its start queued.
+TEST_F(ZnCfgParserLoggerTest, TheManagersTurnsDeliverQueuedMessages) {
+  ASSERT_FALSE(ZnLogger::IsInitialized());
+  setenv("ZNUTIL_SYSTEM_DIR", scratch_.Path().c_str(), 1);
+  std::string const profile = znutil_test::WriteFile(scratch_ / "broken.cfg", "section \"s\" \"k\" =\n");
+  InitializeConfiguration(znutil_test::LibraryPath(profile));
+  ASSERT_TRUE(ZnLogger::Initialize());
+  EXPECT_TRUE(WaitForInFile("Configuration File Syntax error."));
+  ShutdownConfiguration();
 }
 
 }  // namespace

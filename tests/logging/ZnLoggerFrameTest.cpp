@@ -70,7 +70,7 @@ TEST_F(LoggerTest, RefilledRowsPopUpOncePerPass) {
   EXPECT_EQ(before + 1, seen.iActivations);
 }
 
-TEST_F(LoggerTest, WindowOutputOffKeepsTheFrameDownAndRemovesTheIcon) {
+TEST_F(LoggerTest, WindowOutputShowAndHide) {
   ZnLogger::Initialize();
   ASSERT_TRUE(WaitFor([] { return ZnLogger::LoggerWindow() != nullptr; }));
   EXPECT_TRUE(Frame().bIcon);
@@ -80,12 +80,8 @@ TEST_F(LoggerTest, WindowOutputOffKeepsTheFrameDownAndRemovesTheIcon) {
   EXPECT_FALSE(seen.bIcon);
   ZnLogger::EnableWindowOutput(true);
   EXPECT_TRUE(Frame().bIcon);
-}
-
-TEST_F(LoggerTest, ShowRestoresAnIconicFrameAndHideHidesIt) {
-  ZnLogger::Initialize();
-  ASSERT_TRUE(WaitFor([] { return ZnLogger::LoggerWindow() != nullptr; }));
   EXPECT_FALSE(ZnLogger::IsLoggerWindowVisible());
+  // Show restores an iconic frame, and hide hides it.
   ZnLogger::ShowLoggerWindow(true);
   EXPECT_TRUE(ZnLoggerFrame::Minimize());
   EXPECT_TRUE(Frame().bIconic);

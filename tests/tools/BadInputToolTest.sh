@@ -3,7 +3,8 @@
 # folders, empty files, binary garbage, very long arguments and lines, and
 # unknown options. Each refusal is one line on standard error naming the
 # command, with exit status 2 and nothing on standard output, and a refused
-# change leaves the file as it was.
+# change leaves the file as it was. Each command's own test checks the
+# exact texts of its refusals.
 # Usage: BadInputToolTest.sh PATH_TO_ZNUTIL
 set -u
 tool=$1
@@ -50,7 +51,6 @@ done
 refuses "path: unknown option after the action" path expand --no-such-option
 refuses "cfg: unknown option after the action" cfg get --no-such-option
 
-refuses "grep: missing file" grep x missing
 refuses "grep: folder" grep x folder
 refuses "grep: very long file name" grep x "$long"
 refuses "grep: pattern too complex" grep "$(printf '(a%.0s' $(seq 5000))$(printf ')%.0s' $(seq 5000))" longline
@@ -62,9 +62,6 @@ check "grep: very long pattern" 1 '' -- "$tool" grep "$long" longline
 "$tool" grep -c . garbage >/dev/null 2>&1
 [ $? -lt 2 ] || fail "grep: binary garbage"
 
-refuses "version: missing file" version missing.exe
-refuses "version: folder" version folder
-refuses "version: empty file" version empty
 refuses "version: binary garbage" version garbage
 refuses "version: long line" version longline
 refuses "version: very long file name" version "$long"
@@ -72,12 +69,10 @@ refuses "version: stamp into garbage" version --set-file-version 1.2 garbage
 unchanged "version: garbage after a refused stamp" garbage garbage.orig
 refuses "version: stamp into a truncated image" version --set-product-version 3 truncated.exe
 unchanged "version: truncated image after a refused stamp" truncated.exe truncated.orig
-refuses "version: bad stamp" version --set-file-version 1.x sample.exe
 refuses "version: very long stamp" version --set-file-version "$long" sample.exe
 refuses "version: unknown option after a stamp" version --set-file-version 1.2 --no-such-option sample.exe
 unchanged "version: image after refused stamps" sample.exe sample.orig
 
-refuses "cfg: missing file" cfg get missing.cfg A B
 refuses "cfg: folder" cfg check folder
 refuses "cfg: binary garbage" cfg list garbage
 check "cfg: zero byte" 2 "znutil cfg: 'garbage' is not a text file (it holds a zero byte)" -- "$tool" cfg check garbage
@@ -93,18 +88,14 @@ check "cfg: empty file" 0 'empty: no errors' -- "$tool" cfg check empty
 check "cfg: very long names and value" 0 '' -- "$tool" cfg set long.cfg "$long" "$long" "$long"
 check "cfg: read back" 0 "$long" -- "$tool" cfg get long.cfg "$long" "$long"
 
-refuses "path: unknown action" path frob x
 refuses "path: missing operand" path absolute x
 check "path: very long path" 0 "\\$long" -- "$tool" path expand "\\$long"
 check "path: very long paths, same place" 0 '.' -- "$tool" path relative "$long" "$long"
 
-refuses "ps: bad pattern" ps --name '('
 check "ps: very long pattern" 1 '' -- "$tool" ps --name "$long"
 
-refuses "env: bad name" env 'A=B'
 check "env: very long name" 1 '' -- "$tool" env "$long"
 
-refuses "reg: unknown root" reg get HKXX a b
 refuses "reg: very long key" reg set HKCU "$long" a b
 refuses "reg: very long name" reg set HKCU Software "$long" b
 [ -e "$ZNUTIL_REGISTRY_DIR/HKEY_CURRENT_USER/Software" ] && ls -R "$ZNUTIL_REGISTRY_DIR" | grep -q '@' &&

@@ -56,10 +56,6 @@ check "option without value" 2 'znutil cfg: --type needs a value (try znutil cfg
 check "unknown action" 2 "znutil cfg: unknown action 'frob' (try znutil cfg --help)" -- "$tool" cfg frob
 check "no action" 2 'znutil cfg: missing ACTION (try znutil cfg --help)' -- "$tool" cfg
 
-for action in "" get set list check; do
-  help=$("$tool" cfg $action --help); status=$?
-  case "$help" in "Usage: znutil cfg ${action}"*) [ $status = 0 ] || { echo "FAIL cfg $action --help status"; failures=$((failures + 1)); } ;;
-    *) echo "FAIL cfg $action --help: $help"; failures=$((failures + 1)) ;; esac
-done
+for action in "" get set list check; do helps "Usage: znutil cfg ${action}*" cfg $action --help; done
 
 finish "znutil cfg"

@@ -51,11 +51,7 @@ check "bad set" 2 "znutil path: bad --set '=x' (expected NAME=PATH) (try znutil 
   "$tool" path expand --set =x y
 check "unknown option" 2 "znutil path: unknown option '-x' (try znutil path --help)" -- "$tool" path expand -x
 
-for help in "path --help" "path search --help"; do
-  output=$("$tool" $help); status=$?
-  case "$output" in
-    "Usage: znutil path expand"*) [ $status = 0 ] || { echo "FAIL $help status"; failures=$((failures + 1)); } ;;
-    *) echo "FAIL $help: $output"; failures=$((failures + 1)) ;; esac
-done
+helps 'Usage: znutil path expand*' path --help
+helps 'Usage: znutil path expand*' path search --help
 
 finish "znutil path"

@@ -10,8 +10,6 @@ trap '[ -n "$child" ] && kill "$child" 2>/dev/null; rm -rf "$work"' EXIT
 . "$(dirname "$0")/ToolTestSupport.sh"
 export ZNUTIL_REGISTRY_DIR=$work/registry
 
-
-
 # Polls `znutil ps` (up to 10 s) until a line for the child is there (or,
 # with "gone", is not).
 poll_child() {
@@ -57,10 +55,6 @@ touch "$work/file"
 check "reg: unwritable store" 2 'znutil reg: cannot write HKEY_USERS\k\v' -- \
   env ZNUTIL_REGISTRY_DIR="$work/file/registry" "$tool" reg set HKU k v x
 
-for command in ps env reg; do
-  help=$("$tool" $command --help); status=$?
-  case "$help" in "Usage: znutil $command"*) [ $status = 0 ] || fail "$command --help status $status" ;;
-    *) fail "$command --help: $help" ;; esac
-done
+for command in ps env reg; do helps "Usage: znutil $command*" $command --help; done
 
 finish "znutil ps, env and reg"

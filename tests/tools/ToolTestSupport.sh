@@ -21,6 +21,19 @@ check() {
   fi
 }
 
+# helps PATTERN ARGUMENTS...: the tool run with ARGUMENTS exits with 0 and
+# prints what the glob PATTERN matches.
+helps() {
+  local pattern=$1 output status
+  shift
+  output=$("$tool" "$@")
+  status=$?
+  case "$output" in
+    $pattern) [ $status = 0 ] || fail "$*: status $status" ;;
+    *) fail "$*: $(printf '%q' "${output:0:80}")" ;;
+  esac
+}
+
 # Prints the verdict of the cases of `what` and exits with it.
 finish() {
   [ $failures = 0 ] && echo "all $1 cases passed"

@@ -4,9 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -14,14 +11,12 @@
 
 #include <gtest/gtest.h>
 
+#include "../system/ScratchDirectory.h"
+
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ReadText(fs::path const &path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
+using znutil_test::ReadFile;
 
 std::uint32_t DwordAt(std::string const &bytes, std::size_t offset) {
   std::uint32_t value;
@@ -41,30 +36,20 @@ struct Result {
   std::string out, err;
 };
 
+// A scratch folder holding a copy of the sample image.
 class VersionCommandTest : public ::testing::Test {
  protected:
-  VersionCommandTest() {
-    std::random_device random;
-    folder = fs::temp_directory_path() / ("znutil-tool-" + std::to_string(random()) + std::to_string(random()));
-    fs::create_directories(folder);
-    sample = (folder / "sample.exe").string();
-    fs::copy_file(ZNUTIL_SAMPLE_IMAGE, sample);
-  }
-  ~VersionCommandTest() override {
-    std::error_code ignored;
-    fs::remove_all(folder, ignored);
-  }
+  VersionCommandTest() { fs::copy_file(ZNUTIL_SAMPLE_IMAGE, sample); }
 
   // Runs the tool in the test's folder with `arguments` (shell words).
   Result Run(std::string const &arguments) {
-    std::string const command =
-        "cd '" + folder.string() + "' && '" ZNUTIL_TOOL "' " + arguments + " >out.txt 2>err.txt";
+    std::string const command = "cd '" + folder.Path() + "' && '" ZNUTIL_TOOL "' " + arguments + " >out.txt 2>err.txt";
     int const raw = std::system(command.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadText(folder / "out.txt"), ReadText(folder / "err.txt")};
+    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(folder / "out.txt"), ReadFile(folder / "err.txt")};
   }
 
-  fs::path folder;
-  std::string sample;
+  znutil_test::ScratchDirectory folder;
+  std::string const sample = folder / "sample.exe";
 };
 
 char const kSampleOutput[] =
@@ -84,7 +69,7 @@ TEST_F(VersionCommandTest, PrintsTheVersionsAndStrings) {
   EXPECT_EQ(0, result.status);
   EXPECT_EQ(kSampleOutput, result.out);
   EXPECT_EQ("", result.err);
-  EXPECT_EQ(ReadText(ZNUTIL_SAMPLE_IMAGE), ReadText(sample));
+  EXPECT_EQ(ReadFile(ZNUTIL_SAMPLE_IMAGE), ReadFile(sample));
   EXPECT_EQ(kSampleOutput, Run("version --language 0x409 sample.exe").out);
 }
 
@@ -92,7 +77,7 @@ TEST_F(VersionCommandTest, StampsVersionsInPlace) {
   Result const result = Run("version --set-file-version 3.1.4.1 --set-product-version=3.1 sample.exe");
   EXPECT_EQ(0, result.status);
   EXPECT_EQ(0u, result.out.find("File version:     3.1.4.1\nProduct version:  3.1.0.0\n"));
-  std::string const bytes = ReadText(sample);
+  std::string const bytes = ReadFile(sample);
   std::size_t const fixed = FixedInfo(bytes);
   ASSERT_NE(std::string::npos, fixed);
   EXPECT_EQ(0x00030001u, DwordAt(bytes, fixed + 8));
@@ -119,8 +104,8 @@ TEST_F(VersionCommandTest, HelpOnEveryLevel) {
 }
 
 TEST_F(VersionCommandTest, BadInputFailsWithOneLineAndLeavesTheFileAlone) {
-  std::ofstream(folder / "notes.txt") << "just text\n";
-  std::ofstream(folder / "empty.exe");
+  znutil_test::WriteFile(folder / "notes.txt", "just text\n");
+  znutil_test::WriteFile(folder / "empty.exe", "");
   fs::create_directories(folder / "bin");
   struct Case {
     char const *arguments;
@@ -151,7 +136,7 @@ TEST_F(VersionCommandTest, BadInputFailsWithOneLineAndLeavesTheFileAlone) {
     EXPECT_EQ(1, std::count(result.err.begin(), result.err.end(), '\n')) << c.arguments;
     EXPECT_EQ("", result.out) << c.arguments;
   }
-  EXPECT_EQ(ReadText(ZNUTIL_SAMPLE_IMAGE), ReadText(sample));
+  EXPECT_EQ(ReadFile(ZNUTIL_SAMPLE_IMAGE), ReadFile(sample));
 }
 
 }  // namespace
