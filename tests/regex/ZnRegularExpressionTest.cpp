@@ -70,6 +70,9 @@ TEST(ZnRegularExpressionTest, MatchesRecordsPositionAndRegisters) {
   EXPECT_FALSE(exhausting.Matches(ZnString::MakeFill('a', 5000))) << "an exhausted failure stack is no match";
   EXPECT_FALSE(exhausting.HaveMatch());
   EXPECT_TRUE(exhausting.GaveUp());
+  ZnRegularExpression exponential("(a|aa)(a|aa)*(a|aa)*(a|aa)*\\1b");
+  EXPECT_FALSE(exponential.Matches(ZnString::MakeFill('a', 60)));
+  EXPECT_TRUE(exponential.GaveUp()) << "the work bound ran out";
   EXPECT_TRUE(exhausting.Matches("abac"));
   EXPECT_FALSE(exhausting.GaveUp());
 }
