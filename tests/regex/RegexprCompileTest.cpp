@@ -1,6 +1,7 @@
 // The compiler: byte programs, sets, messages and first-character maps.
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -184,6 +185,21 @@ TEST(RegexprCompileTest, LimitsPendingAlternativesAndJumpLengths) {
   EXPECT_STREQ(tooLong.Error(), "Regular expression too complex");
   Compiled longButLocal(std::string(20000, 'a') + "*");
   EXPECT_EQ(longButLocal.Error(), nullptr);
+  // The longest jumps that fit: 32,767 forward over the first alternative,
+  // -32,768 back to the start of the loop.
+  for (int n : {16382, 16383}) {
+    SCOPED_TRACE(n);
+    Compiled forward(std::string(static_cast<std::size_t>(n), 'a') + "|b"), back("(" + std::string(n - 3, 'a') + ")*");
+    EXPECT_EQ(forward.Error() == nullptr, n == 16382);
+    EXPECT_EQ(back.Error() == nullptr, n == 16382);
+  }
+  // Looking behind a $ at a lone backslash that ends the pattern reads
+  // nothing beyond its end.
+  std::unique_ptr<char[]> const trailing(new char[3]{'a', '$', '\\'});
+  regexpr_buffer buffer = {};
+  regexpr_set_syntax(kDefaultSyntax);
+  EXPECT_STREQ(regexpr_compile(trailing.get(), 3, &buffer), "Badly placed special character");
+  ZenoUtilFree(buffer.buffer);
 }
 
 TEST(RegexprCompileTest, KeepsThePartialProgramOnErrorAndGrowsBy256PlusTheRequest) {

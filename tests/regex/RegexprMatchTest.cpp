@@ -262,6 +262,7 @@ TEST(RegexprMatchTest, MemoOfFailedStatesChangesNoResultOrRegister) {
       {"([ab]*)(b|c)*d", "abcbcbe"},       {"(a+)+(b+)+c", "aabbaabb"},        {"(.*)(.*)x", "yyyy\nyx"},
       {optionals.c_str(), std::string(12, 'a')}, {"(.)+b|a", "ba"},   {"a*(y?)c|aab", "aaab"},
       {"(aa|a?a?)(a|b)*c", std::string(2050, 'a')},  // the later way in overflows the stack
+      {"(aa|a?a?)(a|b)*c", std::string(2049, 'a')},  // ... and here fills it exactly
   };
   for (auto const &c : cases) ExpectSameWithMemo(c.first, c.second);
   ExpectSameWithMemo("\\<((a)|aa)*\\>b?", "aaa aa", kWordSyntax);

@@ -80,6 +80,18 @@ TEST(ZnStringRefTest, GrowthIsAdditiveNeverShrinksAndReadsTheSlackEachTime) {
   }
   padded.Append(std::string(10, 'z').c_str());
   EXPECT_EQ(padded.GetMaxLength(), 52 + 32);
+
+  // Filling the room exactly is no growth: the buffer stays.
+  ZnStringRef full(3);
+  char *const room = full.GetInternal();
+  full.SetMaxLength(3);
+  full.AllocBuffer(35);
+  EXPECT_EQ(full.GetInternal(), room);
+  EXPECT_EQ(full.GetMaxLength(), 35);
+  ZnStringRef exact("abcdef", 6);
+  exact.ReplaceString(ZnStringRef("XY"), 0, 2);
+  EXPECT_STREQ(exact.GetInternal(), "XYcdef");
+  EXPECT_EQ(exact.GetMaxLength(), 6);
 }
 
 TEST(ZnStringRefTest, AppendPrependAndReplace) {
@@ -122,6 +134,8 @@ TEST(ZnStringRefTest, TruncateAndSetCharacterStayInRange) {
   EXPECT_FALSE(ref.SetCharacter(-1, 'x'));
   EXPECT_TRUE(ref.SetCharacter(1, '\0'));
   EXPECT_EQ(ref.GetLength(), 6) << "storing a NUL does not change the length";
+  ref.Truncate(6);
+  EXPECT_EQ(ref.GetLength(), 6) << "truncating at the length does nothing";
   ref.Truncate(4);
   EXPECT_EQ(ref.GetLength(), 1) << "the length is measured again";
   ref.Truncate(10);

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <sstream>
 #include <string>
 
@@ -223,16 +224,58 @@ TEST(ZnStringTest, EditsInPlaceAndOnCopies) {
   EXPECT_EQ(ZnString::MakeFill('=', 4), "====");
   EXPECT_EQ(ZnString::MakeFill('x', -5).MaxLength(), 28) << "the hint -4 keeps its slack";
   EXPECT_EQ(ZnString(ZnStringSize(-10)).MaxLength(), 22);
+}
 
-  ZnString spaced("  Mixed CASE  ");
-  EXPECT_EQ(spaced.ToUpper(), "  MIXED CASE  ");
-  EXPECT_EQ(spaced.ToLower(), "  mixed case  ");
-  EXPECT_EQ(spaced.ToCapitalize(), "  Mixed case  ") << "only the first letter stays raised";
-  EXPECT_EQ(spaced.ToNoWhite(), "MixedCASE");
-  EXPECT_EQ(spaced.ToNoWhite().Length(), 9);
-  EXPECT_EQ(spaced.ToNoLeadingWhite(), "Mixed CASE  ");
-  EXPECT_EQ(spaced.ToNoTrailingWhite().Length(), 12);
-  EXPECT_EQ(spaced, "  Mixed CASE  ") << "the To forms leave the value alone";
+// Texts of length 0 and 1, white space only, and one letter at either end:
+// where a bound that is one off shows. Each result's length is checked too.
+TEST(ZnStringTest, CaseAndWhiteSpaceForms) {
+  struct {
+    char const *text, *noWhite, *noLeading, *noTrailing, *upper, *lower, *capitalized;
+  } const cases[] = {
+      {"", "", "", "", "", "", ""},
+      {"a", "a", "a", "a", "A", "a", "A"},
+      {" ", "", "", "", " ", " ", " "},
+      {" \t\n ", "", "", "", " \t\n ", " \t\n ", " \t\n "},
+      {" a", "a", "a", " a", " A", " a", " A"},
+      {"a ", "a", "a ", "a", "A ", "a ", "A "},
+      {"aB", "aB", "aB", "aB", "AB", "ab", "Ab"},  // only the first letter stays raised
+      {"  Mixed CASE  ", "MixedCASE", "Mixed CASE  ", "  Mixed CASE", "  MIXED CASE  ", "  mixed case  ",
+       "  Mixed case  "},
+  };
+  auto expect = [](ZnString const &got, char const *wanted) {
+    EXPECT_EQ(std::string(static_cast<char const *>(got)), wanted);
+    EXPECT_EQ(got.Length(), static_cast<int>(std::strlen(wanted))) << wanted;
+  };
+  for (auto const &c : cases) {
+    SCOPED_TRACE(std::string("\"") + c.text + "\"");
+    ZnString const text(c.text);
+    expect(text.ToNoWhite(), c.noWhite);
+    expect(text.ToNoLeadingWhite(), c.noLeading);
+    expect(text.ToNoTrailingWhite(), c.noTrailing);
+    expect(text.ToUpper(), c.upper);
+    expect(text.ToLower(), c.lower);
+    expect(text.ToCapitalize(), c.capitalized);
+    expect(text, c.text);  // the To forms leave the value alone
+  }
+}
+
+// Wide texts are measured up to their NUL, for the length and for the size
+// hint of an append.
+TEST(ZnStringTest, WideTextsOfEachLength) {
+  unsigned short const wide[] = {'a', 'b', 'c', 0};
+  for (int n = 0; n <= 3; ++n) {
+    SCOPED_TRACE(n);
+    unsigned short const *const text = wide + 3 - n;
+    ZnString assigned;
+    assigned = text;
+    EXPECT_EQ(assigned.Length(), n);
+    EXPECT_TRUE(assigned == text);
+    ZnString appended;
+    appended << text;
+    EXPECT_EQ(appended.Length(), n);
+    EXPECT_EQ(appended.MaxLength(), n + 32);
+    EXPECT_EQ(ZnStringRef(text).GetLength(), n);
+  }
 }
 
 TEST(ZnStringTest, PointerConversionsHandOutCopies) {

@@ -74,7 +74,13 @@ TEST(ZnBinaryTest, ConversionsReadTheStorageWhateverTheLength) {
 }
 
 TEST(ZnBinaryTest, SixtyFourBytesStayInlineAndLongerValuesTakeExactBlocks) {
-  EXPECT_TRUE(IsInline(Sequence(64)));
+  ZnBinary const sixtyFour = Sequence(64);
+  ZnBinary assigned;
+  assigned = sixtyFour;
+  ZnBinaryStream stream(sixtyFour);
+  ZnBinary const streamed(stream);
+  EXPECT_TRUE(IsInline(sixtyFour));
+  EXPECT_TRUE(IsInline(assigned) && IsInline(streamed)) << "also when assigned or built from a stream";
   ZnBinary large = Sequence(65), larger = Sequence(1000);
   EXPECT_FALSE(IsInline(large));
   // The allocator's size class index of a block is the requested size / 4.
