@@ -1,6 +1,7 @@
 #include <znutil/concurrency/ZnMultipleEvents.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -181,3 +182,39 @@ TEST(ZnMultipleEventsTest, DestroyingTheSetLeavesTheEvents) {
 }
 
 }  // namespace
+
+// Two waiters name the same events in opposite orders while others signal
+// them: only locking the events in one fixed order keeps them from
+// deadlocking. A deadlock shows as a timeout; the process then ends, since
+// the stuck threads can never be joined.
+TEST(ZnMultipleEventsTest, WaitersListingEventsInOtherOrdersDoNotDeadlock) {
+  std::vector<std::unique_ptr<ZnEvent>> events;
+  for (int i = 0; i < 4; ++i) events.push_back(std::make_unique<ZnEvent>(i % 2 == 0));
+  ZnMultipleEvents forward, backward;
+  for (int i = 0; i < 4; ++i) {
+    forward.AddEvent(events[i].get());
+    backward.AddEvent(events[3 - i].get());
+  }
+  std::atomic<int> finished{0};
+  std::atomic<bool> stop{false};
+  std::vector<std::thread> threads;
+  for (ZnMultipleEvents *set : {&forward, &backward, &forward, &backward}) {
+    threads.emplace_back([set, &finished] {
+      for (int round = 0; round < 3000; ++round) set->Wait(round % 3);
+      ++finished;
+    });
+  }
+  threads.emplace_back([&] {
+    while (!stop.load()) {
+      for (auto &event : events) event->Signal();
+      events[0]->Reset();
+      events[2]->Reset();
+    }
+  });
+  if (!Eventually([&] { return finished.load() == 4; })) {
+    ADD_FAILURE() << "waiters on the same events in other orders deadlocked";
+    std::_Exit(1);
+  }
+  stop = true;
+  for (std::thread &thread : threads) thread.join();
+}
