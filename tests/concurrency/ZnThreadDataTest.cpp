@@ -74,8 +74,15 @@ TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
   }).join();
 }
 
-TEST(ZnThreadDataTest, AdoptedThreadIsFoundByGetThread) {
+TEST(ZnThreadDataTest, DestroyedDataIsForgottenAndAnAdoptedThreadIsFoundByGetThread) {
   OnForeignThread([] {
+    int value = 4;
+    ZnThread::InitializeThreadData(nullptr);
+    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
+    ZnThread::DestroyThreadData();
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
+
     ZnThread adopted(ZnThread::kAdoptCallingThread);
     EXPECT_EQ(ZnThread::GetThread(), &adopted);
     EXPECT_EQ(adopted.GetId(), static_cast<unsigned long>(gettid()));
@@ -85,17 +92,6 @@ TEST(ZnThreadDataTest, AdoptedThreadIsFoundByGetThread) {
     EXPECT_TRUE(adopted.AssignWork(&work, 0));  // stored; nothing runs it
     EXPECT_EQ(work.started.Wait(0), 1);
     EXPECT_EQ(adopted.GetState(), ZnThread::kStateConstructed);
-  });
-}
-
-TEST(ZnThreadDataTest, DestroyThreadDataForgetsTheRecord) {
-  OnForeignThread([] {
-    int value = 4;
-    ZnThread::InitializeThreadData(nullptr);
-    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
-    ZnThread::DestroyThreadData();
-    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
-    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
   });
 }
 
