@@ -3,7 +3,19 @@
 #include <atomic>
 #include <thread>
 
+#include <sched.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
+
+// The lock yields the processor once between two tries: counting this
+// thread's yields counts its tries.
+thread_local int yields = 0;
+extern "C" int sched_yield() noexcept {
+  ++yields;
+  return static_cast<int>(syscall(SYS_sched_yield));
+}
 
 namespace {
 
@@ -15,9 +27,15 @@ TEST(ZnLockTest, TestTriesAndCopiesOnOneThread) {
   EXPECT_FALSE(lock.Test());
   EXPECT_FALSE(lock.Test()) << "Test must not take or free the lock";
   // 0 makes one try, 10 two, 25 four; all must give up, and none frees it.
-  EXPECT_FALSE(lock.Lock(0));
-  EXPECT_FALSE(lock.Lock(10));
-  EXPECT_FALSE(lock.Lock(25));
+  struct {
+    long timeout;
+    int tries;
+  } const cases[] = {{0, 1}, {10, 2}, {25, 4}, {30, 4}, {31, 5}};
+  for (auto const &c : cases) {
+    yields = 0;
+    EXPECT_FALSE(lock.Lock(c.timeout));
+    EXPECT_EQ(yields + 1, c.tries) << "Lock(" << c.timeout << ")";
+  }
   ZnLock copy(lock);
   EXPECT_FALSE(copy.Test()) << "a copy takes the state of the word";
   ZnLock assigned;

@@ -223,16 +223,27 @@ TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
   inbox.SignalShutdown(true);
 }
 
+// Levels 0 (lowest) to 5 (time critical) move the nice value the thread
+// started with by +10, +5, 0, -5, -10 and -20. Lowering a nice value needs a
+// privilege: without it those levels change nothing, so they go first.
 TEST(ZnNativeThreadTest, PriorityLevelsMapToNiceValues) {
   ZnThread thread(0);
   ASSERT_TRUE(RunOn(thread, [] {}));
   int const start = NiceOf(thread);
   ASSERT_EQ(errno, 0);
-  thread.SetPriority(0);  // lowest
-  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19));
+  id_t const id = static_cast<id_t>(thread.GetId());
+  bool const mayLower = setpriority(PRIO_PROCESS, id, start - 1) == 0 && setpriority(PRIO_PROCESS, id, start) == 0;
+  struct {
+    int level, offset;
+  } const levels[] = {{5, -20}, {4, -10}, {3, -5}, {2, 0}, {1, 5}, {0, 10}};
+  for (auto const &row : levels) {
+    thread.SetPriority(row.level);
+    int const nice = row.offset < 0 && !mayLower ? start : std::clamp(start + row.offset, -20, 19);
+    EXPECT_EQ(NiceOf(thread), nice) << "level " << row.level;
+  }
   thread.SetPriority(6);
   thread.SetPriority(-1);
-  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19));
+  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19)) << "other levels change nothing";
   thread.SignalShutdown(true);
 }
 
