@@ -59,6 +59,14 @@ TEST(ZnPathFunctionsTest, SystemDirectoryIsMadeFromTheEnvironment) {
   setenv("XDG_CONFIG_HOME", "", 1);
   EXPECT_EQ(Text(ZnGetSystemDirectory()), Backslashed(scratch / "home/.config"));
   EXPECT_TRUE(fs::is_directory(scratch / "home/.config"));
+  {
+    fs::path const previous = fs::current_path();
+    fs::current_path(scratch.Path());
+    setenv("ZNUTIL_SYSTEM_DIR", "s/d", 1);  // relative, and its first folder has one letter
+    EXPECT_EQ(Text(ZnGetSystemDirectory()), "s\\d");
+    EXPECT_TRUE(fs::is_directory(scratch / "s/d"));
+    fs::current_path(previous);
+  }
   // Longer than the 260-character buffer of the original call.
   setenv("ZNUTIL_SYSTEM_DIR", (scratch / (std::string(200, 'x') + "/" + std::string(80, 'y'))).c_str(), 1);
   EXPECT_EQ(Text(ZnGetSystemDirectory()), "");
