@@ -64,23 +64,19 @@ TEST(ZnEventTest, SignalResetAndPulseOnOneThread) {
   }
 }
 
-TEST(ZnEventTest, ManualResetReleasesEveryWaiter) {
-  ZnEvent event(true);
-  Waiters waiters(event, 4);
-  event.Signal();
-  EXPECT_TRUE(Eventually([&] { return waiters.Released() == 4; }));
-  EXPECT_EQ(waiters.Results(), 0);
-  EXPECT_EQ(event.Wait(0), 0);
-}
-
-TEST(ZnEventTest, AutoResetReleasesOneWaiterPerSignal) {
-  ZnEvent event(false);
-  Waiters waiters(event, 3);
-  for (int round = 1; round <= 3; ++round) {
-    event.Signal();
-    EXPECT_TRUE(Eventually([&] { return waiters.Released() >= round; }));
-    EXPECT_EQ(waiters.Released(), round);
-    EXPECT_EQ(event.Wait(0), 1) << "the one release used up the signal";
+TEST(ZnEventTest, ManualResetReleasesEveryWaiterAndAutoResetOnePerSignal) {
+  for (bool manual : {true, false}) {
+    SCOPED_TRACE(manual ? "manual reset" : "auto reset");
+    ZnEvent event(manual);
+    Waiters waiters(event, 3);
+    for (int round = 1; round <= 3; ++round) {
+      event.Signal();
+      int const released = manual ? 3 : round;
+      EXPECT_TRUE(Eventually([&] { return waiters.Released() >= released; }));
+      EXPECT_EQ(waiters.Released(), released);
+      EXPECT_EQ(event.Wait(0), manual ? 0 : 1) << "only an auto-reset release uses up the signal";
+    }
+    EXPECT_EQ(waiters.Results(), 0);
   }
 }
 

@@ -4,7 +4,6 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <random>
 #include <sys/resource.h>
@@ -159,17 +158,6 @@ TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {
   thread.SignalShutdown(true);
 }
 
-// Whether `progress` moves within a few seconds.
-bool Moves(std::function<long()> const &progress) {
-  long const before = progress();
-  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-  while (progress() == before) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::yield();
-  }
-  return true;
-}
-
 TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
   ZnEvent autoReset(false), manualReset(true);
   std::atomic<bool> stop{false};
@@ -208,11 +196,13 @@ TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
     workers[target]->Suspend();
     for (unsigned spin = random() % 1000; spin > 0; --spin) std::this_thread::yield();
     // The others get on, whatever the suspended one was doing.
-    heldUp += Moves([&] {
-      long others = 0;
-      for (int w = 0; w < kWorkers; ++w) others += w != target ? rounds[w].load() : 0;
-      return others;
-    }) ? 0 : 1;
+    auto const others = [&] {
+      long sum = 0;
+      for (int w = 0; w < kWorkers; ++w) sum += w != target ? rounds[w].load() : 0;
+      return sum;
+    };
+    long const before = others();
+    heldUp += Eventually([&] { return others() != before; }, 5) ? 0 : 1;
     workers[target]->Resume();
   }
   EXPECT_EQ(heldUp, 0);
