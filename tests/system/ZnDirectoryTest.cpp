@@ -61,7 +61,7 @@ void MakeSourceTree(ScratchDirectory const &scratch) {
   WriteFile(scratch / "src/sub/deep/four.txt", "four");
 }
 
-TEST(ZnDirectoryTest, OpenTrimsThePathAndListsEveryEntryWithLinuxAttributesAsASnapshot) {
+TEST(ZnDirectoryTest, OpenTrimsThePathListsEveryEntryAsASnapshotAndExistsFindsThem) {
   ScratchDirectory scratch;
   MakeSourceTree(scratch);
   WriteFile(scratch / "src/.profile");
@@ -81,6 +81,13 @@ TEST(ZnDirectoryTest, OpenTrimsThePathAndListsEveryEntryWithLinuxAttributesAsASn
                                                                    {"locked", FILE_ATTRIBUTE_READONLY}}));
   WriteFile(scratch / "src/late.txt");
   EXPECT_EQ(folder.Count(), 7);
+
+  // Exists takes files and folders with either trailing separator.
+  EXPECT_FALSE(ZnDirectory::Exists(""));
+  for (std::string const &path : {src, src + "\\", scratch / "src/", src + "\\one.txt"}) {
+    EXPECT_TRUE(ZnDirectory::Exists(path.c_str())) << path;
+  }
+  EXPECT_FALSE(ZnDirectory::Exists((src + "\\none.txt").c_str()));
 }
 
 TEST(ZnDirectoryTest, CursorStopsAtTheEndAndAFailedOpenLeavesNothing) {
@@ -105,17 +112,6 @@ TEST(ZnDirectoryTest, CursorStopsAtTheEndAndAFailedOpenLeavesNothing) {
   folder.Close();
   EXPECT_EQ(folder.Count(), 0);
   EXPECT_EQ(folder.First(), nullptr);
-}
-
-TEST(ZnDirectoryTest, ExistsTakesFilesAndFoldersWithEitherTrailingSeparator) {
-  ScratchDirectory scratch;
-  MakeSourceTree(scratch);
-  std::string const src = Backslashed(scratch / "src");
-  EXPECT_FALSE(ZnDirectory::Exists(""));
-  for (std::string const &path : {src, src + "\\", scratch / "src/", src + "\\one.txt"}) {
-    EXPECT_TRUE(ZnDirectory::Exists(path.c_str())) << path;
-  }
-  EXPECT_FALSE(ZnDirectory::Exists((src + "\\none.txt").c_str()));
 }
 
 TEST(ZnDirectoryTest, CreateFolderReportsWhatItMadeOutermostFirst) {
