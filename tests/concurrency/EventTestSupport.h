@@ -1,29 +1,18 @@
-// Helpers for the event tests: waiting for another thread by polling with
-// a generous deadline, never by sleeping.
+// Helpers for the event tests: polling with a deadline (never sleeping to
+// wait for a thread), and whether a thread is asleep in the kernel.
 #ifndef ZNUTIL_TESTS_CONCURRENCY_EVENTTESTSUPPORT_H
 #define ZNUTIL_TESTS_CONCURRENCY_EVENTTESTSUPPORT_H
 
-#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <thread>
 
 #include <sys/syscall.h>
 #include <unistd.h>
 
-namespace znutil_test {
+#include "../system/Eventually.h"
 
-// Calls `done` until it yields true; false if that takes beyond 20 s.
-template <class Predicate>
-bool Eventually(Predicate done) {
-  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  while (!done()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::yield();
-  }
-  return true;
-}
+namespace znutil_test {
 
 // The calling thread's kernel id.
 inline long ThreadId() { return syscall(SYS_gettid); }

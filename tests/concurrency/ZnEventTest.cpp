@@ -44,44 +44,39 @@ class Waiters {
   std::atomic<int> results_{0};
 };
 
-TEST(ZnEventTest, AutoResetWaitConsumesTheSignal) {
-  ZnEvent event(false);
-  EXPECT_EQ(event.Wait(0), 1);
-  EXPECT_TRUE(event.Signal());
-  EXPECT_EQ(event.Wait(0), 0);
-  EXPECT_EQ(event.Wait(0), 1);
-  EXPECT_EQ(event.Wait(10), 1);
-  EXPECT_FALSE(event.IsWaiting());
-}
-
-TEST(ZnEventTest, ManualResetStaysSignalledUntilReset) {
-  ZnEvent event(true);
-  EXPECT_EQ(event.Wait(0), 1);
-  EXPECT_TRUE(event.Signal());
-  EXPECT_TRUE(event.Signal());
-  EXPECT_EQ(event.Wait(0), 0);
-  EXPECT_EQ(event.Wait(INFINITE), 0);
-  EXPECT_TRUE(event.Reset());
-  EXPECT_EQ(event.Wait(10), 1);
-}
-
-TEST(ZnEventTest, ManualResetReleasesEveryWaiter) {
-  ZnEvent event(true);
-  Waiters waiters(event, 4);
-  event.Signal();
-  EXPECT_TRUE(Eventually([&] { return waiters.Released() == 4; }));
-  EXPECT_EQ(waiters.Results(), 0);
-  EXPECT_EQ(event.Wait(0), 0);
-}
-
-TEST(ZnEventTest, AutoResetReleasesOneWaiterPerSignal) {
-  ZnEvent event(false);
-  Waiters waiters(event, 3);
-  for (int round = 1; round <= 3; ++round) {
+TEST(ZnEventTest, SignalResetAndPulseOnOneThread) {
+  for (bool manual : {true, false}) {
+    SCOPED_TRACE(manual ? "manual reset" : "auto reset");
+    ZnEvent event(manual);
+    EXPECT_EQ(event.Wait(0), 1);
+    EXPECT_TRUE(event.Pulse()) << "with nobody waiting a pulse only resets";
+    EXPECT_EQ(event.Wait(0), 1);
+    EXPECT_TRUE(event.Signal());
+    EXPECT_TRUE(event.Signal());
+    EXPECT_EQ(event.Wait(0), 0);
+    EXPECT_EQ(event.Wait(manual ? INFINITE : 0), manual ? 0 : 1) << "only auto reset consumes the signal";
+    EXPECT_TRUE(event.Reset());
+    EXPECT_EQ(event.Wait(10), 1);
     event.Signal();
-    EXPECT_TRUE(Eventually([&] { return waiters.Released() >= round; }));
-    EXPECT_EQ(waiters.Released(), round);
-    EXPECT_EQ(event.Wait(0), 1) << "the one release used up the signal";
+    EXPECT_TRUE(event.Pulse());
+    EXPECT_EQ(event.Wait(0), 1);
+    EXPECT_FALSE(event.IsWaiting());
+  }
+}
+
+TEST(ZnEventTest, ManualResetReleasesEveryWaiterAndAutoResetOnePerSignal) {
+  for (bool manual : {true, false}) {
+    SCOPED_TRACE(manual ? "manual reset" : "auto reset");
+    ZnEvent event(manual);
+    Waiters waiters(event, 3);
+    for (int round = 1; round <= 3; ++round) {
+      event.Signal();
+      int const released = manual ? 3 : round;
+      EXPECT_TRUE(Eventually([&] { return waiters.Released() >= released; }));
+      EXPECT_EQ(waiters.Released(), released);
+      EXPECT_EQ(event.Wait(0), manual ? 0 : 1) << "only an auto-reset release uses up the signal";
+    }
+    EXPECT_EQ(waiters.Results(), 0);
   }
 }
 
@@ -94,17 +89,6 @@ TEST(ZnEventTest, PulseReleasesTheWaitersOfTheMomentAndLeavesItUnsignalled) {
       return waiters.Released() == 2;
     }));
     EXPECT_EQ(waiters.Results(), 0);
-    EXPECT_EQ(event.Wait(0), 1);
-  }
-}
-
-TEST(ZnEventTest, PulseWithNobodyWaitingOnlyResets) {
-  for (bool manual : {true, false}) {
-    ZnEvent event(manual);
-    EXPECT_TRUE(event.Pulse());
-    EXPECT_EQ(event.Wait(0), 1);
-    event.Signal();
-    EXPECT_TRUE(event.Pulse());
     EXPECT_EQ(event.Wait(0), 1);
   }
 }
@@ -145,32 +129,22 @@ TEST(ZnEventTest, WaitingFlagIsSharedAndTheFirstToLeaveClearsIt) {
   EXPECT_TRUE(copy.IsWaiting()) << "each object has its own flag";
 }
 
-TEST(ZnEventTest, CopiesShareOneSystemEvent) {
-  ZnEvent original(false);
-  ZnEvent copy(original);
+TEST(ZnEventTest, CopiesShareOneSystemEventThatLivesUntilTheLastGoes) {
+  auto original = std::make_unique<ZnEvent>(false);
+  ZnEvent copy(*original);
   copy.Signal();
-  EXPECT_EQ(original.Wait(0), 0);
+  EXPECT_EQ(original->Wait(0), 0);
   EXPECT_EQ(copy.Wait(0), 1);
   ZnEvent assigned(true);
-  assigned = original;
+  assigned = *original;
   assigned.Signal();
   EXPECT_EQ(copy.Wait(0), 0);
-  EXPECT_EQ(original.Wait(0), 1) << "auto reset, as the shared event is";
+  EXPECT_EQ(original->Wait(0), 1) << "auto reset, as the shared event is";
   ZnEvent const &alias = assigned;
   assigned = alias;
-  assigned.Signal();
-  EXPECT_EQ(original.Wait(0), 0);
-}
-
-TEST(ZnEventTest, SystemEventLivesUntilTheLastCopyGoes) {
-  auto original = std::make_unique<ZnEvent>(true);
-  ZnEvent copy(*original);
-  ZnEvent assigned(false);
-  assigned = *original;
   original.reset();
-  EXPECT_TRUE(copy.Signal());
-  EXPECT_EQ(assigned.Wait(0), 0);
-  copy.Reset();
+  EXPECT_TRUE(assigned.Signal());
+  EXPECT_EQ(copy.Wait(0), 0);
   Waiters waiter(copy, 1);
   assigned.Signal();
   EXPECT_TRUE(Eventually([&] { return waiter.Released() == 1; }));

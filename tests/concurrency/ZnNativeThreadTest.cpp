@@ -4,7 +4,6 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <random>
 #include <sys/resource.h>
@@ -159,17 +158,6 @@ TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {
   thread.SignalShutdown(true);
 }
 
-// Whether `progress` moves within a few seconds.
-bool Moves(std::function<long()> const &progress) {
-  long const before = progress();
-  auto const deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-  while (progress() == before) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    std::this_thread::yield();
-  }
-  return true;
-}
-
 TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
   ZnEvent autoReset(false), manualReset(true);
   std::atomic<bool> stop{false};
@@ -208,11 +196,13 @@ TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
     workers[target]->Suspend();
     for (unsigned spin = random() % 1000; spin > 0; --spin) std::this_thread::yield();
     // The others get on, whatever the suspended one was doing.
-    heldUp += Moves([&] {
-      long others = 0;
-      for (int w = 0; w < kWorkers; ++w) others += w != target ? rounds[w].load() : 0;
-      return others;
-    }) ? 0 : 1;
+    auto const others = [&] {
+      long sum = 0;
+      for (int w = 0; w < kWorkers; ++w) sum += w != target ? rounds[w].load() : 0;
+      return sum;
+    };
+    long const before = others();
+    heldUp += Eventually([&] { return others() != before; }, 5) ? 0 : 1;
     workers[target]->Resume();
   }
   EXPECT_EQ(heldUp, 0);
@@ -223,16 +213,27 @@ TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
   inbox.SignalShutdown(true);
 }
 
+// Levels 0 (lowest) to 5 (time critical) move the nice value the thread
+// started with by +10, +5, 0, -5, -10 and -20. Lowering a nice value needs a
+// privilege: without it those levels change nothing, so they go first.
 TEST(ZnNativeThreadTest, PriorityLevelsMapToNiceValues) {
   ZnThread thread(0);
   ASSERT_TRUE(RunOn(thread, [] {}));
   int const start = NiceOf(thread);
   ASSERT_EQ(errno, 0);
-  thread.SetPriority(0);  // lowest
-  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19));
+  id_t const id = static_cast<id_t>(thread.GetId());
+  bool const mayLower = setpriority(PRIO_PROCESS, id, start - 1) == 0 && setpriority(PRIO_PROCESS, id, start) == 0;
+  struct {
+    int level, offset;
+  } const levels[] = {{5, -20}, {4, -10}, {3, -5}, {2, 0}, {1, 5}, {0, 10}};
+  for (auto const &row : levels) {
+    thread.SetPriority(row.level);
+    int const nice = row.offset < 0 && !mayLower ? start : std::clamp(start + row.offset, -20, 19);
+    EXPECT_EQ(NiceOf(thread), nice) << "level " << row.level;
+  }
   thread.SetPriority(6);
   thread.SetPriority(-1);
-  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19));
+  EXPECT_EQ(NiceOf(thread), std::min(start + 10, 19)) << "other levels change nothing";
   thread.SignalShutdown(true);
 }
 

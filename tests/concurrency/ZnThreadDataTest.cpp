@@ -16,12 +16,24 @@ using znutil_test::RunOn;
 
 ZnString const kName("Slot");
 
+// A second Alloc keeps the first value, Free forgets it, and each thread
+// sees only its own values.
 TEST(ZnThreadDataTest, EachThreadSeesOnlyItsOwnValues) {
   ZnThread first(0);
   ZnThread second(0);
   int firstValue = 1;
   int secondValue = 2;
-  ASSERT_TRUE(RunOn(first, [&] { EXPECT_TRUE(ZnThread::AllocThreadData(kName, &firstValue)); }));
+  ASSERT_TRUE(RunOn(first, [&] {
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &secondValue));
+    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &firstValue));
+    EXPECT_EQ(ZnThread::GetThreadData(kName), &secondValue);
+    ZnThread::FreeThreadData(kName);
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &firstValue));
+    // Many names: the bag grows past its first seven buckets.
+    for (int i = 0; i < 100; ++i) ASSERT_TRUE(ZnThread::AllocThreadData(ZnString(i), &secondValue));
+    EXPECT_EQ(ZnThread::GetThreadData(ZnString(99)), &secondValue);
+  }));
   ASSERT_TRUE(RunOn(second, [&] {
     EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
     EXPECT_TRUE(ZnThread::AllocThreadData(kName, &secondValue));
@@ -36,24 +48,6 @@ TEST(ZnThreadDataTest, EachThreadSeesOnlyItsOwnValues) {
   }));
   first.SignalShutdown(true);
   second.SignalShutdown(true);
-}
-
-TEST(ZnThreadDataTest, SecondAllocKeepsTheFirstValueAndFreeForgetsIt) {
-  ZnThread thread(0);
-  int first = 1;
-  int second = 2;
-  ASSERT_TRUE(RunOn(thread, [&] {
-    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &first));
-    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &second));
-    EXPECT_EQ(ZnThread::GetThreadData(kName), &first);
-    ZnThread::FreeThreadData(kName);
-    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
-    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &second));
-    // Many names: the bag grows past its first seven buckets.
-    for (int i = 0; i < 100; ++i) ASSERT_TRUE(ZnThread::AllocThreadData(ZnString(i), &first));
-    EXPECT_EQ(ZnThread::GetThreadData(ZnString(99)), &first);
-  }));
-  thread.SignalShutdown(true);
 }
 
 TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
@@ -74,8 +68,15 @@ TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
   }).join();
 }
 
-TEST(ZnThreadDataTest, AdoptedThreadIsFoundByGetThread) {
+TEST(ZnThreadDataTest, DestroyedDataIsForgottenAndAnAdoptedThreadIsFoundByGetThread) {
   OnForeignThread([] {
+    int value = 4;
+    ZnThread::InitializeThreadData(nullptr);
+    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
+    ZnThread::DestroyThreadData();
+    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
+    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
+
     ZnThread adopted(ZnThread::kAdoptCallingThread);
     EXPECT_EQ(ZnThread::GetThread(), &adopted);
     EXPECT_EQ(adopted.GetId(), static_cast<unsigned long>(gettid()));
@@ -85,17 +86,6 @@ TEST(ZnThreadDataTest, AdoptedThreadIsFoundByGetThread) {
     EXPECT_TRUE(adopted.AssignWork(&work, 0));  // stored; nothing runs it
     EXPECT_EQ(work.started.Wait(0), 1);
     EXPECT_EQ(adopted.GetState(), ZnThread::kStateConstructed);
-  });
-}
-
-TEST(ZnThreadDataTest, DestroyThreadDataForgetsTheRecord) {
-  OnForeignThread([] {
-    int value = 4;
-    ZnThread::InitializeThreadData(nullptr);
-    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
-    ZnThread::DestroyThreadData();
-    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
-    EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
   });
 }
 

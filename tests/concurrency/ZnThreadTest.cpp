@@ -63,7 +63,7 @@ TEST(ZnThreadTest, StateGoesFromConstructedToIdleToWorkingAndEnded) {
   EXPECT_EQ(thread.GetId(), id);
 }
 
-TEST(ZnThreadTest, BusyThreadRefusesWorkAndKeepsTheWorkItRuns) {
+TEST(ZnThreadTest, BusyThreadRefusesWorkAndEndsOnShutdownWhenTheWorkReturns) {
   ZnThread thread(0);
   GatedWork first;
   GatedWork second;
@@ -76,59 +76,47 @@ TEST(ZnThreadTest, BusyThreadRefusesWorkAndKeepsTheWorkItRuns) {
   EXPECT_EQ(first.runs.load(), 1);
   EXPECT_EQ(second.started.Wait(0), 1);  // refused work is not queued
 
-  second.release.Signal();
   ASSERT_TRUE(thread.AssignWork(&second, 0));
   ASSERT_EQ(second.started.Wait(kGenerous), 0);
-  thread.SignalShutdown(true);
+  thread.SignalShutdown(false);
+  EXPECT_EQ(thread.GetState(), ZnThread::kStateWorking | ZnThread::kShutdownRequested);
+  EXPECT_FALSE(thread.WaitForThreadToExit(0));
+  second.release.Signal();
+  ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
   EXPECT_EQ(second.runs.load(), 1);
   EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded);
 }
 
-TEST(ZnThreadTest, WorkAssignedBeforeTheThreadRunsIsTakenWithoutAWakeUp) {
-  ZnThread thread(ZnThread::kStartSuspended);
-  GatedWork work;
-  work.release.Signal();
-  EXPECT_TRUE(thread.AssignWork(&work, 0));  // no wake event exists yet
-  thread.Resume();
-  EXPECT_EQ(work.started.Wait(kGenerous), 0);
-  thread.SignalShutdown(true);
-  EXPECT_EQ(work.runs.load(), 1);
-}
-
-TEST(ZnThreadTest, SuspendedStartRunsOnlyAfterResume) {
+TEST(ZnThreadTest, SuspendedStartRunsOnlyAfterResumeAndTakesWorkAssignedBefore) {
   PhaseRecorder phases;
   ZnThread thread(ZnThread::kStartSuspended);
   thread.SetNotification(&phases);
+  GatedWork work;
+  work.release.Signal();
+  EXPECT_TRUE(thread.AssignWork(&work, 0));  // no wake event exists yet
   for (int i = 0; i < 100; ++i) std::this_thread::yield();
   EXPECT_EQ(phases.started.load(), nullptr);
   EXPECT_EQ(thread.GetId(), 0u);
   EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed);
 
   thread.Resume();
+  EXPECT_EQ(work.started.Wait(kGenerous), 0);
   ASSERT_TRUE(Eventually([&] { return phases.started.load() == &thread; }));
   EXPECT_TRUE(phases.foundByGetThread[0].load());
   EXPECT_EQ(phases.ended.load(), nullptr);
   thread.SignalShutdown(true);
+  EXPECT_EQ(work.runs.load(), 1);
   EXPECT_EQ(phases.ended.load(), &thread);
   EXPECT_TRUE(phases.foundByGetThread[1].load());
 }
 
-TEST(ZnThreadTest, ShutdownOfAWorkingThreadEndsItWhenTheWorkReturns) {
-  ZnThread thread(0);
-  GatedWork work;
-  ASSERT_TRUE(thread.AssignWork(&work, 0));
-  ASSERT_EQ(work.started.Wait(kGenerous), 0);
-  thread.SignalShutdown(false);
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateWorking | ZnThread::kShutdownRequested);
-  EXPECT_FALSE(thread.WaitForThreadToExit(0));
-  work.release.Signal();
-  ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
-  EXPECT_EQ(work.runs.load(), 1);
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded);
-}
-
+// ModState ORs in only the high byte, and the thread's end wipes it.
 TEST(ZnThreadTest, ShutdownOfAThreadNotYetStartedEndsItBeforeItIdles) {
   ZnThread thread(ZnThread::kStartSuspended);
+  thread.ModState(0x12345);
+  EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed | 0x2300u);
+  thread.ModState(ZnThread::kKeepThreadData);
+  EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed | 0x2300u | ZnThread::kKeepThreadData);
   thread.SignalShutdown(false);
   thread.Resume();
   ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
@@ -136,17 +124,7 @@ TEST(ZnThreadTest, ShutdownOfAThreadNotYetStartedEndsItBeforeItIdles) {
   EXPECT_NE(thread.GetId(), 0u);
 }
 
-TEST(ZnThreadTest, SelfDeletingThreadIsGoneWhenShutdownReturns) {
-  std::atomic<bool> deleted{false};
-  ZnThread *thread = new TrackedThread(&deleted);
-  std::atomic<int> runs{0};
-  ASSERT_TRUE(RunOn(*thread, [&] { runs.fetch_add(1); }));
-  thread->SignalShutdown(true);
-  EXPECT_TRUE(deleted.load());
-  EXPECT_EQ(runs.load(), 1);
-}
-
-TEST(ZnThreadTest, ManyShutdownsRaceNoWorkerIntoASleepForEver) {
+TEST(ZnThreadTest, ManyShutdownsOfSelfDeletingThreadsRaceNoWorkerIntoASleepForEver) {
   // Shutdown asked for at every point of the loop: right after work,
   // while idle, while the thread sets itself idle.
   for (int i = 0; i < 200; ++i) {
@@ -157,7 +135,10 @@ TEST(ZnThreadTest, ManyShutdownsRaceNoWorkerIntoASleepForEver) {
     thread->AssignWork(&work, 0);
     if (i % 2 == 0) work.started.Wait(kGenerous);
     thread->SignalShutdown(true);
-    EXPECT_TRUE(deleted.load());
+    EXPECT_TRUE(deleted.load()) << "a self-deleting thread is gone when shutdown returns";
+    if (i % 2 == 0) {
+      EXPECT_EQ(work.runs.load(), 1) << "work taken before the shutdown has run";
+    }
   }
 }
 
@@ -184,17 +165,6 @@ TEST(ZnThreadTest, WaitForThreadToExitTimesOutOnALiveThreadAndLeavesNothingOpen)
   for (int i = 0; i < 1000; ++i) ASSERT_FALSE(thread.WaitForThreadToExit(0));
   thread.SignalShutdown(true);
   EXPECT_TRUE(thread.WaitForThreadToExit(0));
-}
-
-TEST(ZnThreadTest, ModStateOrsInOnlyTheHighByte) {
-  ZnThread thread(ZnThread::kStartSuspended);
-  thread.ModState(0x12345);
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed | 0x2300u);
-  thread.ModState(ZnThread::kKeepThreadData);
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed | 0x2300u | ZnThread::kKeepThreadData);
-  thread.Resume();
-  thread.SignalShutdown(true);
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded);
 }
 
 }  // namespace

@@ -61,7 +61,7 @@ void MakeSourceTree(ScratchDirectory const &scratch) {
   WriteFile(scratch / "src/sub/deep/four.txt", "four");
 }
 
-TEST(ZnDirectoryTest, OpenTrimsThePathAndListsEveryEntryWithLinuxAttributesAsASnapshot) {
+TEST(ZnDirectoryTest, OpenTrimsThePathListsEveryEntryAsASnapshotAndExistsFindsThem) {
   ScratchDirectory scratch;
   MakeSourceTree(scratch);
   WriteFile(scratch / "src/.profile");
@@ -81,6 +81,13 @@ TEST(ZnDirectoryTest, OpenTrimsThePathAndListsEveryEntryWithLinuxAttributesAsASn
                                                                    {"locked", FILE_ATTRIBUTE_READONLY}}));
   WriteFile(scratch / "src/late.txt");
   EXPECT_EQ(folder.Count(), 7);
+
+  // Exists takes files and folders with either trailing separator.
+  EXPECT_FALSE(ZnDirectory::Exists(""));
+  for (std::string const &path : {src, src + "\\", scratch / "src/", src + "\\one.txt"}) {
+    EXPECT_TRUE(ZnDirectory::Exists(path.c_str())) << path;
+  }
+  EXPECT_FALSE(ZnDirectory::Exists((src + "\\none.txt").c_str()));
 }
 
 TEST(ZnDirectoryTest, CursorStopsAtTheEndAndAFailedOpenLeavesNothing) {
@@ -105,17 +112,6 @@ TEST(ZnDirectoryTest, CursorStopsAtTheEndAndAFailedOpenLeavesNothing) {
   folder.Close();
   EXPECT_EQ(folder.Count(), 0);
   EXPECT_EQ(folder.First(), nullptr);
-}
-
-TEST(ZnDirectoryTest, ExistsTakesFilesAndFoldersWithEitherTrailingSeparator) {
-  ScratchDirectory scratch;
-  MakeSourceTree(scratch);
-  std::string const src = Backslashed(scratch / "src");
-  EXPECT_FALSE(ZnDirectory::Exists(""));
-  for (std::string const &path : {src, src + "\\", scratch / "src/", src + "\\one.txt"}) {
-    EXPECT_TRUE(ZnDirectory::Exists(path.c_str())) << path;
-  }
-  EXPECT_FALSE(ZnDirectory::Exists((src + "\\none.txt").c_str()));
 }
 
 TEST(ZnDirectoryTest, CreateFolderReportsWhatItMadeOutermostFirst) {
@@ -145,7 +141,7 @@ TEST(ZnDirectoryTest, CreateFolderReportsWhatItMadeOutermostFirst) {
   EXPECT_TRUE(fs::is_directory(scratch / "x/y"));
 }
 
-TEST(ZnDirectoryTest, CopyTakesThePlainFilesOfOneFolderAndStopsAtAFailure) {
+TEST(ZnDirectoryTest, CopyMakesTheTargetAndTakesThePlainFilesOfOneFolderAndStopsAtAFailure) {
   ScratchDirectory scratch;
   MakeSourceTree(scratch);
   std::string const root = Backslashed(scratch.Path());
@@ -160,11 +156,8 @@ TEST(ZnDirectoryTest, CopyTakesThePlainFilesOfOneFolderAndStopsAtAFailure) {
   fs::create_directories(scratch / "dst/one.txt");
   fs::create_directories(scratch / "dst/two.dat");
   EXPECT_FALSE(ZnDirectory::Copy("", (root + "\\src").c_str(), (root + "\\dst").c_str()));
-}
 
-TEST(ZnDirectoryTest, CopyMakesTheTargetFirstAndOnlyWarnsOfAnUnlistableSource) {
-  ScratchDirectory scratch;
-  std::string const root = Backslashed(scratch.Path());
+  // The target is made first; an unlistable source only warns.
   EXPECT_FALSE(ZnDirectory::Copy("\\gone", (root + "\\src").c_str(), (root + "\\dst").c_str()));
   EXPECT_TRUE(fs::is_directory(scratch / "dst/gone"));
 

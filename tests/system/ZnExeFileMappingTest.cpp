@@ -44,14 +44,23 @@ TEST_F(ZnExeFileMappingTest, FindsTheHeadersOfARealImage) {
   EXPECT_EQ(base + kResourceRaw, image.GetDirectoryAddress(IMAGE_DIRECTORY_ENTRY_RESOURCE));
 }
 
-TEST_F(ZnExeFileMappingTest, DirectoryIndexAtOrBeyondTheCountGivesNull) {
+// Section names of all eight bytes have no terminator.
+TEST_F(ZnExeFileMappingTest, DirectoryIndexAtOrBeyondTheCountGivesNullAndLongSectionNamesMatch) {
   Bytes bytes = ReadBytes(sample);
   PutDword(bytes, kOptionalHeader + 92, 3);
+  std::memcpy(&bytes[kResourceSectionHeader], ".rsrcdat", 8);
   ZnExeFileMapping image(WriteBytes(sample, bytes).c_str());
   EXPECT_EQ(Raw(image.Address()) + kResourceRaw, image.GetDirectoryAddress(2));
   EXPECT_EQ(nullptr, image.GetDirectoryAddress(3));
   EXPECT_EQ(nullptr, image.GetDirectoryAddress(0xFFFFFFFF));
   EXPECT_EQ(nullptr, image.GetDirectoryAddress(0));  // address 0 lies in no section
+  IMAGE_SECTION_HEADER header;
+  EXPECT_TRUE(image.GetSectionHeaderByName(&header, ".rsrcdat"));
+  EXPECT_EQ(kResourceVirtual, header.VirtualAddress);
+  EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrc"));
+  EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrcdata"));
+  EXPECT_TRUE(image.GetSectionHeaderByName(&header, ".text"));
+  EXPECT_EQ(0x1000u, header.VirtualAddress);
 }
 
 TEST_F(ZnExeFileMappingTest, ClosedOrUnmappableGivesNothingAndDoesNotCrash) {
@@ -117,19 +126,6 @@ TEST_F(ZnExeFileMappingTest, CopiesShareTheViewUntilTheLastOneCloses) {
   assigned.Close();
   EXPECT_TRUE(assigned.Open());
   EXPECT_EQ(0x42, Raw(assigned.Address())[3]);
-}
-
-TEST_F(ZnExeFileMappingTest, SectionNamesOfAllEightBytesHaveNoTerminator) {
-  Bytes bytes = ReadBytes(sample);
-  std::memcpy(&bytes[kResourceSectionHeader], ".rsrcdat", 8);
-  ZnExeFileMapping image(WriteBytes(sample, bytes).c_str());
-  IMAGE_SECTION_HEADER header;
-  EXPECT_TRUE(image.GetSectionHeaderByName(&header, ".rsrcdat"));
-  EXPECT_EQ(kResourceVirtual, header.VirtualAddress);
-  EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrc"));
-  EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrcdata"));
-  EXPECT_TRUE(image.GetSectionHeaderByName(&header, ".text"));
-  EXPECT_EQ(0x1000u, header.VirtualAddress);
 }
 
 }  // namespace

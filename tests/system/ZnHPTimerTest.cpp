@@ -5,8 +5,8 @@
 namespace {
 
 TEST(ZnHPTimerTest, CountsNanosecondsAndMeasuresFromStartToStop) {
+  EXPECT_TRUE(ZnHPTimer::Initialize()) << "the first call, which reads the frequency, succeeds";
   ZnHPTimer timer;
-  EXPECT_TRUE(ZnHPTimer::Initialize());
   EXPECT_EQ(ZnHPTimer::GetFrequencyAsLong(), 1000000000LL);
   EXPECT_EQ(ZnHPTimer::GetFrequency(), 1e9);
   EXPECT_EQ(timer.GetFinishTimeAsLong(), 0);

@@ -15,20 +15,18 @@ namespace {
 namespace fs = std::filesystem;
 using namespace znutil_test;
 
-TEST(ZnPathFunctionsTest, CopyFileCopiesBytesAndModeAndReplaces) {
+TEST(ZnPathFunctionsTest, CopyFileCopiesBytesAndModeAndReplacesButRefusesFoldersMissingFilesAndItself) {
   ScratchDirectory scratch;
   std::string const bytes("#!/bin/sh\0binary", 16);
-  std::string const source = WriteFile(scratch / "tool.sh", bytes);
+  std::string source = WriteFile(scratch / "tool.sh", bytes);
   fs::permissions(source, fs::perms::owner_all | fs::perms::group_read);
   WriteFile(scratch / "copy.sh", "an older and longer text");
   ASSERT_TRUE(ZnCopyFile(LibraryPath(source), LibraryPath(scratch / "copy.sh")));
   EXPECT_EQ(ReadFile(scratch / "copy.sh"), bytes);
   EXPECT_EQ(fs::status(scratch / "copy.sh").permissions(), fs::perms::owner_all | fs::perms::group_read);
-}
 
-TEST(ZnPathFunctionsTest, CopyFileRefusesFoldersMissingFilesAndItself) {
-  ScratchDirectory scratch;
-  std::string const source = WriteFile(scratch / "keep.txt", "kept");
+  // Folders, missing files and the file itself are refused.
+  source = WriteFile(scratch / "keep.txt", "kept");
   fs::create_directory(scratch / "folder");
   EXPECT_FALSE(ZnCopyFile(LibraryPath(scratch / "missing"), LibraryPath(scratch / "out")));
   EXPECT_FALSE(fs::exists(scratch / "out"));
@@ -61,6 +59,14 @@ TEST(ZnPathFunctionsTest, SystemDirectoryIsMadeFromTheEnvironment) {
   setenv("XDG_CONFIG_HOME", "", 1);
   EXPECT_EQ(Text(ZnGetSystemDirectory()), Backslashed(scratch / "home/.config"));
   EXPECT_TRUE(fs::is_directory(scratch / "home/.config"));
+  {
+    fs::path const previous = fs::current_path();
+    fs::current_path(scratch.Path());
+    setenv("ZNUTIL_SYSTEM_DIR", "s/d", 1);  // relative, and its first folder has one letter
+    EXPECT_EQ(Text(ZnGetSystemDirectory()), "s\\d");
+    EXPECT_TRUE(fs::is_directory(scratch / "s/d"));
+    fs::current_path(previous);
+  }
   // Longer than the 260-character buffer of the original call.
   setenv("ZNUTIL_SYSTEM_DIR", (scratch / (std::string(200, 'x') + "/" + std::string(80, 'y'))).c_str(), 1);
   EXPECT_EQ(Text(ZnGetSystemDirectory()), "");

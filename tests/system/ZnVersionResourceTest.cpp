@@ -1,9 +1,13 @@
 #include <znutil/system/ZnVersionResource.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
+#include <sys/mman.h>
+
 #include <gtest/gtest.h>
+#include <znutil/system/ZnExeFileMapping.h>
 #include <znutil/system/ZnExeResources.h>
 
 #include "ImageBuilder.h"
@@ -153,6 +157,28 @@ TEST(ZnVersionResourceTest, ReadsNothingBeyondTheBlockLength) {
   EXPECT_EQ(u"<null>", Lookup(version, u"NoSuchKey"));
   Bytes insideTheFixedPart = cut(60);
   EXPECT_EQ(ZnVersionResource(insideTheFixedPart.data()).GetFileVersion(), NULL_STRING);
+}
+
+// A view is made and closed where a page of other memory follows it; then
+// that memory takes its place too, and a block across the old view's end
+// is read as a whole.
+TEST(ZnVersionResourceTest, AClosedViewNoLongerBoundsWhatIsReadAtItsAddress) {
+  znutil_test::ScratchDirectory folder;
+  ZnExeFileMapping hole(WriteBytes(folder / "hole.bin", Bytes(8192, 0)).c_str());
+  auto *const address = static_cast<unsigned char *>(hole.Address());
+  hole.Close();
+  int const flags = MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE;
+  void *const plug = mmap(address + 4096, 4096, PROT_NONE, flags, -1, 0);
+  ZnExeFileMapping view(WriteBytes(folder / "page.bin", Bytes(4096, 0)).c_str());
+  bool const placed = plug == address + 4096 && view.Address() == address;
+  view.Close();
+  munmap(plug, 4096);
+  void *const memory = placed ? mmap(address, 8192, PROT_READ | PROT_WRITE, flags, -1, 0) : MAP_FAILED;
+  if (memory != address) GTEST_SKIP() << "the view could not be placed before other memory";
+  Bytes const block = Serialize(TypicalVersionInfo());
+  std::memcpy(address + 4096 - 64, block.data(), block.size());
+  EXPECT_EQ(ZnVersionResource(address + 4096 - 64).GetFileVersion(), "2.13.0.7");
+  munmap(memory, 8192);
 }
 
 TEST(ZnVersionResourceTest, ReadsAndStampsTheRealImage) {

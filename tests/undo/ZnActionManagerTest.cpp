@@ -89,14 +89,21 @@ TEST_F(ZnActionManagerTest, StacksHoldAtMostFortyOneActions) {
   EXPECT_EQ(history.RedoSize(), 41);
 }
 
+// Labels name the tops, or leave the argument as it was.
 TEST_F(ZnActionManagerTest, UndoAndRedoMoveTheTopBetweenTheStacks) {
   EXPECT_EQ(history.Undo(), nullptr);
   EXPECT_EQ(history.Redo(), nullptr);
+  ZnString undo("untouched"), redo("untouched");
+  EXPECT_FALSE(history.UndoLabel(undo) || history.RedoLabel(redo));
+  EXPECT_EQ(Text(undo) + Text(redo), "untoucheduntouched");
   auto *first = Action(1, TestAction::kFailSecondExecute);
   auto *second = Action(2);
   history.Do(first);
   history.Do(second);
   EXPECT_EQ(history.Undo(), second);
+  EXPECT_TRUE(history.UndoLabel(undo) && history.RedoLabel(redo));
+  EXPECT_EQ(Text(undo), "action 1");
+  EXPECT_EQ(Text(redo), "action 2");
   EXPECT_EQ(history.Undo(), first);
   EXPECT_EQ(history.Undo(), nullptr);
   // A Redo whose Execute fails still goes back on the undo stack, and the
@@ -108,17 +115,6 @@ TEST_F(ZnActionManagerTest, UndoAndRedoMoveTheTopBetweenTheStacks) {
   EXPECT_EQ(history.Redo(), nullptr);
   EXPECT_EQ(journal.events, (std::vector<std::string>{"+1", "+2", "-2", "-1", "+1", "+2"}));
   EXPECT_EQ(journal.live, 2);
-}
-
-TEST_F(ZnActionManagerTest, LabelsNameTheTopsOrLeaveTheArgument) {
-  ZnString undo("untouched"), redo("untouched");
-  EXPECT_FALSE(history.UndoLabel(undo) || history.RedoLabel(redo));
-  EXPECT_EQ(Text(undo) + Text(redo), "untoucheduntouched");
-  for (int id = 1; id <= 3; ++id) history.Do(Action(id));
-  history.Undo();
-  EXPECT_TRUE(history.UndoLabel(undo) && history.RedoLabel(redo));
-  EXPECT_EQ(Text(undo), "action 2");
-  EXPECT_EQ(Text(redo), "action 3");
 }
 
 TEST_F(ZnActionManagerTest, ClearAndDestructionDestroyEveryAction) {
