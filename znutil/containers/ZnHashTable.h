@@ -9,7 +9,11 @@
 // A bucket is a run of inline cells in one flat array (cell (b, s) at
 // b * slots + s), then an overflow chain of nodes from ZnFixedBlockAllocator.
 // Cells are kept packed: a bucket fills from slot 0 without holes, and its
-// chain exists only behind a full bucket. Bucket counts are primes from a
+// chain exists only behind a full bucket. Each cell and node keeps its
+// item's hash, so that a probe calls Equals only on a matching hash, and a
+// resize places the items again without asking them for their hashes: an
+// item's hash and equality must not change while it is stored, and equal
+// items must hash alike. Bucket counts are primes from a
 // sieve table. The table grows only once MakeDynamic has been called, and
 // then doubles whenever the item count reaches the threshold.
 //
@@ -22,6 +26,8 @@
 // derived classes call ClearItems(nullptr) in their destructors.
 #ifndef ZNUTIL_CONTAINERS_ZNHASHTABLE_H
 #define ZNUTIL_CONTAINERS_ZNHASHTABLE_H
+
+#include <cstdint>
 
 #include <znutil/containers/ZnHashTableDeleteCallback.h>
 #include <znutil/containers/ZnHashTableItem.h>
@@ -40,6 +46,7 @@ class ZNUTIL_API ZnHashTable {
   struct ZnChainNode {
     ZnHashTableItem *pItem;
     ZnChainNode *pNext;
+    ZnULong udwHash;  ///< pItem's hash
   };
 
   /// size is rounded up to a bucket count by SearchForClosestPrime; slots
@@ -110,9 +117,27 @@ class ZNUTIL_API ZnHashTable {
   class ZnHashTableClearItemsCB;
   class ZnHashTableCopier;
 
-  ZnHashTableItem *&Cell(int bucket, int slot) const { return ppSlots[iSlotsPerBucket * bucket + slot]; }
+  /// An inline slot: the item (null when free) and its hash.
+  struct ZnCell {
+    ZnHashTableItem *pItem;
+    ZnULong udwHash;
+  };
+
+  /// The first cells of all buckets lie together, then the other cells of
+  /// each bucket in turn: most buckets hold at most one item, so lookups
+  /// mostly read the dense first part.
+  static ZnCell &CellIn(ZnCell *cells, int buckets, int slots, int bucket, int slot) {
+    return slot == 0 ? cells[bucket] : cells[buckets + (slots - 1) * bucket + slot - 1];
+  }
+  ZnCell &Cell(int bucket, int slot) const { return CellIn(pCells, iBucketCount, iSlotsPerBucket, bucket, slot); }
+  /// hash modulo the bucket count, by a multiply with the precomputed
+  /// reciprocal instead of a division (exact for every 32-bit hash).
+  int Home(ZnULong hash) const;
+  ZnHTErrorCode Search(ZnHashTableItem *probe, ZnULong hash, ZnHashTableItem *&found, int *slot,
+                       ZnChainNode **previous) const;
   void AllocateArrays();
-  void StoreAt(ZnHashTableItem *item, int bucket, int slot, ZnChainNode *previous);
+  void StoreAt(ZnHashTableItem *item, ZnULong hash, int bucket, int slot, ZnChainNode *previous);
+  void Place(ZnHashTableItem *item, ZnULong hash);
   void Resize();
   void *WalkFrom(ZnListContext &context, int bucket) const;
 
@@ -121,12 +146,13 @@ class ZNUTIL_API ZnHashTable {
 
   int iBucketCount;
   int iSlotsPerBucket;
-  ZnHashTableItem **ppSlots;
+  ZnCell *pCells;  ///< bucket count * slots per bucket, aligned to a cache line
   ZnChainNode **ppChains;
   int iItemCount;
   int iResizeThreshold;
   bool bDynamic;
   bool bResizing;
+  std::uint64_t uqwReciprocal;  ///< 2^64 / bucket count, rounded up
 };
 
 #endif  // ZNUTIL_CONTAINERS_ZNHASHTABLE_H

@@ -37,8 +37,8 @@ class ZnHashTable::ZnHashTableCopier : public ZnHashTableIter {
 
 void ZnHashTable::Iterate(ZnHashTableIter &iterator, void *data) const {
   for (int bucket = 0; bucket < iBucketCount; ++bucket) {
-    for (int slot = 0; slot < iSlotsPerBucket && Cell(bucket, slot) != nullptr; ++slot) {
-      if (!iterator.IterateEntry(Cell(bucket, slot), data)) return;
+    for (int slot = 0; slot < iSlotsPerBucket && Cell(bucket, slot).pItem != nullptr; ++slot) {
+      if (!iterator.IterateEntry(Cell(bucket, slot).pItem, data)) return;
     }
     for (ZnChainNode const *node = ppChains[bucket]; node != nullptr; node = node->pNext) {
       if (!iterator.IterateEntry(node->pItem, data)) return;
@@ -58,7 +58,7 @@ void ZnHashTable::Clear(bool keep) {
   iItemCount = 0;
   if (!keep) {
     std::size_t const cells = static_cast<std::size_t>(iBucketCount) * iSlotsPerBucket;
-    for (std::size_t cell = 0; cell < cells; ++cell) ppSlots[cell] = nullptr;
+    for (std::size_t cell = 0; cell < cells; ++cell) pCells[cell] = ZnCell{};
   }
 }
 
@@ -85,7 +85,7 @@ void ZnHashTable::Statistics(ZnHashTableStatistics *stats, ZnULong flags) const 
   if ((flags & 2) != 0) {
     int *const histogram = new int[iSlotsPerBucket + 1]();
     for (int bucket = 0; bucket < iBucketCount; ++bucket) {
-      for (int slot = 0; slot < iSlotsPerBucket && Cell(bucket, slot) != nullptr; ++slot) ++histogram[slot];
+      for (int slot = 0; slot < iSlotsPerBucket && Cell(bucket, slot).pItem != nullptr; ++slot) ++histogram[slot];
       for (ZnChainNode const *node = ppChains[bucket]; node != nullptr; node = node->pNext) {
         ++histogram[iSlotsPerBucket];
       }
@@ -99,11 +99,11 @@ void ZnHashTable::Statistics(ZnHashTableStatistics *stats, ZnULong flags) const 
 // bucket on, or ends it.
 void *ZnHashTable::WalkFrom(ZnListContext &context, int bucket) const {
   auto *const walk = static_cast<ZnHashTableContext *>(context.OwnedData());
-  while (bucket < iBucketCount && Cell(bucket, 0) == nullptr) ++bucket;
+  while (bucket < iBucketCount && Cell(bucket, 0).pItem == nullptr) ++bucket;
   walk->iBucket = bucket;
   walk->iSlot = 0;
   walk->pNode = nullptr;
-  ZnHashTableItem const *const item = bucket < iBucketCount ? Cell(bucket, 0) : nullptr;
+  ZnHashTableItem const *const item = bucket < iBucketCount ? Cell(bucket, 0).pItem : nullptr;
   context.SetData(item != nullptr ? item->GetData() : nullptr);
   context.SetKey(item != nullptr ? item->GetKey() : nullptr);
   return context.Data();
@@ -127,7 +127,7 @@ void *ZnHashTable::GetNext(ZnListContext &context) const {
     walk->pNode = walk->pNode->pNext;
     if (walk->pNode != nullptr) item = walk->pNode->pItem;
   } else if (++walk->iSlot < iSlotsPerBucket) {
-    item = Cell(walk->iBucket, walk->iSlot);
+    item = Cell(walk->iBucket, walk->iSlot).pItem;
   } else if (ppChains[walk->iBucket] != nullptr) {
     walk->pNode = ppChains[walk->iBucket];
     item = walk->pNode->pItem;

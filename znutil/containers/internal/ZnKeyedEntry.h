@@ -37,7 +37,8 @@ class ZnKeyedEntry : public ZnHashTableItem {
   bool Equals(ZnHashTableItem const *other) const override {
     auto const *entry = static_cast<ZnKeyedEntry const *>(other);
     // Different hashes mean different keys: spares reaching the other key.
-    return Hash() == entry->Hash() && Traits::Equal(key_, entry->key_);
+    // Both are entries of this class, so the hashes need no virtual call.
+    return ZnKeyedEntry::Hash() == entry->ZnKeyedEntry::Hash() && Traits::Equal(key_, entry->key_);
   }
 
  protected:
