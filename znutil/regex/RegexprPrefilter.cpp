@@ -82,6 +82,8 @@ int AttemptCost::Of(int depth, int at) const {
   }
 }
 
+// Adds the bytes of a first-character map to a row; all of them when the
+// map's walk could match without reading a byte.
 void AddRow(std::uint64_t *row, unsigned char const *map, char emptyMatch) {
   for (unsigned c = 0; c < 256; ++c) {
     if (emptyMatch == 1 || map[c]) row[c >> 6] |= std::uint64_t{1} << (c & 63);
@@ -106,7 +108,7 @@ bool BuildRegexprPrefilter(unsigned char const *program, int used, RegexprPrefil
     unsigned char const op = program[at];
     int const next = at + kInstructionSize[op];
     if (op == op_line_end) {
-      AddRow(filter->follow[unsigned{'\n'}], nullptr, 1);
+      std::memset(filter->follow[unsigned{'\n'}], 0xFF, sizeof filter->follow[0]);  // it may match empty here
     } else if (ReadsByte(op)) {
       unsigned char first[256];
       unsigned char second[256];
