@@ -6,6 +6,7 @@
 
 #include <znutil/memory/ZenoUtilHeap.h>
 #include <znutil/regex/internal/RegexprMatcher.h>
+#include <znutil/regex/internal/RegexprPrefilter.h>
 #include <znutil/regex/internal/RegexprProgram.h>
 
 namespace {
@@ -15,10 +16,10 @@ using namespace znutil::detail;
 class Searcher {
  public:
   Searcher(regexpr_buffer *buffer, RegexprText const &text, regexpr_registers *registers, RegexprWork *work,
-           RegexprMemo *memo)
+           RegexprMemo *memo, RegexprPrefilter const *filter)
       : buffer_(buffer), text_(text), registers_(registers),
-        map_(buffer->empty_match == 1 ? nullptr : buffer->first_map), translate_(buffer->translate), work_(work),
-        memo_(memo) {}
+        map_(buffer->empty_match == 1 ? nullptr : buffer->first_map), translate_(buffer->translate),
+        filter_(translate_ ? nullptr : filter), work_(work), memo_(memo) {}
 
   int Run(int start, int range);
 
@@ -33,28 +34,36 @@ class Searcher {
   regexpr_registers *registers_;
   unsigned char const *map_;
   unsigned char const *translate_;
+  RegexprPrefilter const *filter_;  // used with the map, on untranslated bytes
   RegexprWork *work_;
   RegexprMemo *memo_;  // shared by all start positions: a state fails whatever the start
 };
 
 // How many positions from `position` on, at most `range` and within its
-// part, hold a byte that cannot begin a match.
+// part, hold a byte that cannot begin a match, or (by the pair filter) a
+// byte and its successor in the part that cannot.
 int Searcher::SkipForward(int position, int range) const {
   if (position == text_.total) return 0;
   int const part = position < text_.size[0] ? 0 : 1;
   int const offset = part == 0 ? position : position - text_.size[0];
-  int const limit = std::min(range, text_.size[part] - offset);
+  int const inPart = text_.size[part] - offset;
+  int const limit = std::min(range, inPart);
   unsigned char const *bytes = text_.part[part] + offset;
   int passed = 0;
   if (translate_) {
     while (passed < limit && !InMap(bytes[passed])) ++passed;
   } else {
-    // Four bytes a step while none of them can begin a match.
-    while (passed + 4 <= limit &&
-           !(map_[bytes[passed]] | map_[bytes[passed + 1]] | map_[bytes[passed + 2]] | map_[bytes[passed + 3]])) {
-      passed += 4;
+    for (;; ++passed) {
+      // Four bytes a step while none of them can begin a match.
+      while (passed + 4 <= limit &&
+             !(map_[bytes[passed]] | map_[bytes[passed + 1]] | map_[bytes[passed + 2]] | map_[bytes[passed + 3]])) {
+        passed += 4;
+      }
+      while (passed < limit && !map_[bytes[passed]]) ++passed;
+      if (passed == limit || !filter_ || passed + 1 == inPart || filter_->Allows(bytes[passed], bytes[passed + 1])) {
+        break;
+      }
     }
-    while (passed < limit && !map_[bytes[passed]]) ++passed;
   }
   return passed;
 }
@@ -100,25 +109,50 @@ int Searcher::Run(int start, int range) {
 
 regexpr_buffer g_staticBuffer;
 
+int SearchText(regexpr_buffer *buffer, RegexprText const &text, int start, int range, regexpr_registers *registers,
+               RegexprMemoUse use, RegexprWork *work, RegexprPrefilter const *filter) {
+  // Not with the memo: there the attempts it would pass over fill rows of
+  // the memo and so change what later attempts cost.
+  return RegexprWithMemo(buffer, text, use, work, [&](RegexprWork *spend, RegexprMemo *memo) {
+    return Searcher(buffer, text, registers, spend, memo, memo ? nullptr : filter).Run(start, range);
+  });
+}
+
+// With the pair filter, the search runs under the work bound less what the
+// attempts it passes over could have spent. Finishing under that, it
+// returns what the search without the filter returns; otherwise that search
+// is made instead, so that the bound runs out exactly where it would.
 int SearchParts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2, int start,
-                int range, regexpr_registers *registers, int stop, RegexprMemoUse use, RegexprWork *work) {
+                int range, regexpr_registers *registers, int stop, RegexprMemoUse use, RegexprWork *work,
+                RegexprPrefilter const *filter) {
   RegexprText text;
   if (!MakeRegexprText(part1, size1, part2, size2, stop, &text)) return -1;
   if (buffer->first_map && !buffer->first_map_valid) regexpr_compile_first_map(buffer);
   RegexprWork standard{RegexprWorkBudget(text, buffer->used), false};  // unless the caller sets one
-  return RegexprWithMemo(buffer, text, use, work ? work : &standard, [&](RegexprWork *spend, RegexprMemo *memo) {
-    return Searcher(buffer, text, registers, spend, memo).Run(start, range);
-  });
+  RegexprWork *const spend = work ? work : &standard;
+  if (filter && buffer->first_map && buffer->first_map_valid) {
+    std::int64_t const reserve = (std::int64_t{text.total} + 1) * filter->attemptCost;
+    RegexprWork rest{spend->left - reserve, false};
+    if (rest.left > 0) {
+      int const result = SearchText(buffer, text, start, range, registers, use, &rest, filter);
+      if (!rest.ranOut) {
+        spend->left = rest.left + reserve;
+        return result;
+      }
+    }
+  }
+  return SearchText(buffer, text, start, range, registers, use, spend, nullptr);
 }
 
 }  // namespace
 
 int znutil::detail::RegexprSearchUsingMemo(regexpr_buffer *buffer, char const *part1, int size1, char const *part2,
                                            int size2, int start, int range, regexpr_registers *registers, int stop,
-                                           bool memo, std::int64_t work, bool *ranOut) {
+                                           bool memo, std::int64_t work, bool *ranOut, RegexprPrefilter const *filter) {
   RegexprMemoUse const use = memo ? RegexprMemoUse::kAlways : RegexprMemoUse::kNever;
   RegexprWork spent{work, false};
-  int const result = SearchParts(buffer, part1, size1, part2, size2, start, range, registers, stop, use, &spent);
+  int const result =
+      SearchParts(buffer, part1, size1, part2, size2, start, range, registers, stop, use, &spent, filter);
   *ranOut = spent.ranOut;
   return result;
 }
@@ -126,7 +160,14 @@ int znutil::detail::RegexprSearchUsingMemo(regexpr_buffer *buffer, char const *p
 int regexpr_search_parts(regexpr_buffer *buffer, char const *part1, int size1, char const *part2, int size2,
                          int start, int range, regexpr_registers *registers, int stop) {
   return SearchParts(buffer, part1, size1, part2, size2, start, range, registers, stop, RegexprMemoUse::kAdaptive,
-                     nullptr);
+                     nullptr, nullptr);
+}
+
+int znutil::detail::RegexprSearchPrefiltered(regexpr_buffer *buffer, RegexprPrefilter const *filter,
+                                             char const *text, int size, int start, int range,
+                                             regexpr_registers *registers) {
+  return SearchParts(buffer, text, size, nullptr, 0, start, range, registers, size, RegexprMemoUse::kAdaptive,
+                     nullptr, filter);
 }
 
 int regexpr_search(regexpr_buffer *buffer, char const *text, int size, int start, int range,

@@ -2,6 +2,7 @@
 
 #include <znutil/memory/ZenoUtilHeap.h>
 #include <znutil/memory/ZnFixedBlockOperators.h>
+#include <znutil/regex/internal/RegexprPrefilter.h>
 
 namespace znutil::detail {
 
@@ -12,6 +13,7 @@ struct ZnRegularExpressionShare {
   ZNUTIL_FIXED_BLOCK_OPERATORS
   int iCopies = 1;
   unsigned char *pOwnedFirstMap = nullptr;
+  RegexprPrefilter *pPrefilter = nullptr;  // built with the map, when the program suits
 };
 
 }  // namespace znutil::detail
@@ -67,6 +69,7 @@ void ZnRegularExpression::Share(ZnRegularExpression const &other) {
 void ZnRegularExpression::Release() {
   if (--pShare->iCopies > 0) return;
   ZenoUtilFree(pShare->pOwnedFirstMap);
+  ZenoUtilFree(pShare->pPrefilter);
   ZenoUtilFree(rbCompiled.buffer);
   delete pShare;
 }
@@ -89,11 +92,22 @@ void ZnRegularExpression::Optimize() {
   if (!pShare->pOwnedFirstMap) pShare->pOwnedFirstMap = static_cast<unsigned char *>(ZenoUtilAlloc(256));
   rbCompiled.first_map = pShare->pOwnedFirstMap;
   regexpr_compile_first_map(&rbCompiled);
+  if (pShare->pPrefilter || !rbCompiled.first_map_valid) return;
+  void *filter = ZenoUtilAlloc(sizeof(znutil::detail::RegexprPrefilter));
+  if (filter && znutil::detail::BuildRegexprPrefilter(rbCompiled.buffer, rbCompiled.used,
+                                                      static_cast<znutil::detail::RegexprPrefilter *>(filter))) {
+    pShare->pPrefilter = static_cast<znutil::detail::RegexprPrefilter *>(filter);
+  } else {
+    ZenoUtilFree(filter);
+  }
 }
 
 bool ZnRegularExpression::Matches(ZnString const &text) {
   int const length = text.Length();
-  iMatchPosition = regexpr_search(&rbCompiled, text.Chars(), length, 0, length, &rrRegisters);
+  // The pair filter goes with the map: a copy that never optimized searches without either.
+  znutil::detail::RegexprPrefilter const *filter = rbCompiled.first_map ? pShare->pPrefilter : nullptr;
+  iMatchPosition = znutil::detail::RegexprSearchPrefiltered(&rbCompiled, filter, text.Chars(), length, 0, length,
+                                                            &rrRegisters);
   return iMatchPosition >= 0;
 }
 

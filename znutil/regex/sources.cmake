@@ -6,4 +6,5 @@ set(ZNUTIL_SUBSYSTEM_SOURCES
   RegexprMatch.cpp
   RegexprSearch.cpp
   RegexprMemo.cpp
+  RegexprPrefilter.cpp
   ZnRegularExpression.cpp)

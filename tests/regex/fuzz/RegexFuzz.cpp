@@ -1,19 +1,53 @@
 // libFuzzer target for the regexpr engine and ZnRegularExpression: any
 // pattern under any syntax, compiled, then searched forwards and backwards,
-// over one part and two, with and without the first-character map.
+// over one part and two, with and without the first-character map, and
+// with and without the pair filter.
 //
 // Input: two bytes of syntax options, one byte of pattern length, the
 // pattern, then the text.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include <znutil/memory/ZenoUtilHeap.h>
 #include <znutil/regex/ZnRegularExpression.h>
+#include <znutil/regex/internal/RegexprMatcher.h>
+#include <znutil/regex/internal/RegexprPrefilter.h>
 #include <znutil/regex/regexpr.h>
 
 namespace {
+
+using znutil::detail::RegexprPrefilter;
+
+bool SameSearch(int result, regexpr_registers const &regs, int expected, regexpr_registers const &expectedRegs) {
+  return result == expected && (result < 0 || std::memcmp(&regs, &expectedRegs, sizeof regs) == 0);
+}
+
+// The pair filter must change nothing, not even where the work bound runs
+// out: searched with it and without, under the standard bound and under
+// small ones, with the memo and without, the results, registers and
+// whether the bound ran out agree exactly.
+void CompareFiltered(regexpr_buffer *buffer, char const *text, int size) {
+  RegexprPrefilter filter;
+  if (!znutil::detail::BuildRegexprPrefilter(buffer->buffer, buffer->used, &filter)) return;
+  regexpr_registers regs[2];
+  int const plain = regexpr_search(buffer, text, size, 0, size, &regs[0]);
+  int const filtered = znutil::detail::RegexprSearchPrefiltered(buffer, &filter, text, size, 0, size, &regs[1]);
+  if (!SameSearch(filtered, regs[1], plain, regs[0])) std::abort();
+  for (std::int64_t work : {std::int64_t{50}, std::int64_t{400}, std::int64_t{3000}}) {
+    for (bool memo : {false, true}) {
+      bool ranOut[2];
+      int results[2];
+      for (int i = 0; i < 2; ++i) {
+        results[i] = znutil::detail::RegexprSearchUsingMemo(buffer, text, size, nullptr, 0, 0, size, &regs[i], size,
+                                                            memo, work, &ranOut[i], i == 1 ? &filter : nullptr);
+      }
+      if (ranOut[0] != ranOut[1] || !SameSearch(results[1], regs[1], results[0], regs[0])) std::abort();
+    }
+  }
+}
 
 // Searches the text every way the engine offers. A search with the map must
 // find what a search without it finds, unless the latter gave up.
@@ -30,6 +64,7 @@ void SearchAllWays(regexpr_buffer *buffer, char const *text, int size) {
   buffer->first_map = map;
   int const mapped = regexpr_search(buffer, text, size, 0, size, &regs);
   regexpr_search(buffer, text, size, size, -size, &regs);
+  CompareFiltered(buffer, text, size);
   buffer->first_map = nullptr;
   if (plain != -2 && mapped != plain) std::abort();
 }

@@ -11,6 +11,8 @@
 
 namespace znutil::detail {
 
+struct RegexprPrefilter;
+
 /// The text as the matcher sees it: cut at the stop offset, and with an
 /// empty first part dropped, so that a second part is never empty and a
 /// first part is empty only when the whole text is.
@@ -70,13 +72,15 @@ int RegexprWithMemo(regexpr_buffer *buffer, RegexprText const &text, RegexprMemo
 
 /// regexpr_match_parts and regexpr_search_parts with the memo always or
 /// never used, running at most `work` instructions; `*ranOut` tells
-/// whether that ended the call. For the differential fuzz target.
+/// whether that ended the call; the search with the pair filter `filter`
+/// when not null. For the differential fuzz targets.
 ZNUTIL_API int RegexprMatchUsingMemo(regexpr_buffer *buffer, char const *part1, int size1, char const *part2,
                                      int size2, int start, regexpr_registers *registers, int stop, bool memo,
                                      std::int64_t work, bool *ranOut);
 ZNUTIL_API int RegexprSearchUsingMemo(regexpr_buffer *buffer, char const *part1, int size1, char const *part2,
                                       int size2, int start, int range, regexpr_registers *registers, int stop,
-                                      bool memo, std::int64_t work, bool *ranOut);
+                                      bool memo, std::int64_t work, bool *ranOut,
+                                      RegexprPrefilter const *filter = nullptr);
 
 }  // namespace znutil::detail
 
