@@ -121,14 +121,29 @@ void Grow(ZnFixedBlockSizeClass *sizeClass) {
   StartRun(sizeClass, chunk);
 }
 
+// Puts the blocks that other threads freed, newest first, in front of the
+// bound thread's own list: together they stay in the order of freeing, so
+// the block freed last is still the next one handed out.
+void TakeOverRemoteFrees(ZnFixedBlockSizeClass *sizeClass) {
+  ZnFixedBlockHeader *first = sizeClass->pRemoteFreeHead.exchange(nullptr, std::memory_order_acquire);
+  ZnFixedBlockHeader *last = first;
+  std::uint32_t count = 1;
+  for (; last->pNext != nullptr; last = last->pNext) ++count;
+  last->pNext = sizeClass->pFreeHead;
+  sizeClass->pFreeHead = first;
+  sizeClass->udwBlocksInUse -= count;
+}
+
+// Run by the bound thread before each pop and push of its own list.
+inline void CatchUpWithRemoteFrees(ZnFixedBlockSizeClass *sizeClass) {
+  if (sizeClass->pRemoteFreeHead.load(std::memory_order_relaxed) != nullptr) TakeOverRemoteFrees(sizeClass);
+}
+
 ZnFixedBlockHeader *TakeBlock(ZnFixedBlockSizeClass *sizeClass) {
-  ZnFixedBlockHeader *block;
-  // Only this thread pops, so a non-empty list cannot empty before the lock.
-  if (sizeClass->pFreeHead.load(std::memory_order_relaxed) != nullptr) {
-    sizeClass->lock.Lock(-1);
-    block = sizeClass->pFreeHead.load(std::memory_order_relaxed);
-    sizeClass->pFreeHead.store(block->pNext, std::memory_order_relaxed);
-    sizeClass->lock.Unlock();
+  CatchUpWithRemoteFrees(sizeClass);
+  ZnFixedBlockHeader *block = sizeClass->pFreeHead;
+  if (block != nullptr) {
+    sizeClass->pFreeHead = block->pNext;
   } else {
     if (sizeClass->udwUnusedCount == 0) Grow(sizeClass);
     block = reinterpret_cast<ZnFixedBlockHeader *>(sizeClass->pNextUnused);
@@ -136,6 +151,23 @@ ZnFixedBlockHeader *TakeBlock(ZnFixedBlockSizeClass *sizeClass) {
     --sizeClass->udwUnusedCount;
   }
   return block;
+}
+
+void PushOwnFree(ZnFixedBlockSizeClass *sizeClass, ZnFixedBlockHeader *block) {
+  CatchUpWithRemoteFrees(sizeClass);
+  block->pNext = sizeClass->pFreeHead;
+  sizeClass->pFreeHead = block;
+  --sizeClass->udwBlocksInUse;
+}
+
+// No pop ever races with this push: the bound thread takes the whole list
+// at once, so a block seen at the head cannot leave and come back (no ABA).
+void PushRemoteFree(ZnFixedBlockSizeClass *sizeClass, ZnFixedBlockHeader *block) {
+  ZnFixedBlockHeader *head = sizeClass->pRemoteFreeHead.load(std::memory_order_relaxed);
+  do {
+    block->pNext = head;
+  } while (!sizeClass->pRemoteFreeHead.compare_exchange_weak(head, block, std::memory_order_release,
+                                                             std::memory_order_relaxed));
 }
 
 // The link word right in front of a block handed out is not in use; under
@@ -160,11 +192,6 @@ void *AllocLarge(unsigned long size) {
   return HandOut(block);
 }
 
-void AddInUse(ZnFixedBlockSizeClass *sizeClass, std::uint32_t delta) {
-  sizeClass->udwBlocksInUse.store(sizeClass->udwBlocksInUse.load(std::memory_order_relaxed) + delta,
-                                  std::memory_order_relaxed);
-}
-
 }  // namespace
 
 ZnFixedBlockAllocator::ZnFixedBlockAllocator() {
@@ -182,7 +209,7 @@ void *ZnFixedBlockAllocator::Alloc(unsigned long size) {
   block->ucHeapIndex = heap->ucHeapIndex;
   block->uwSizeClassIndex = static_cast<std::uint16_t>(index);
   block->pNext = nullptr;
-  AddInUse(sizeClass, 1);
+  ++sizeClass->udwBlocksInUse;
   return HandOut(block);
 }
 
@@ -194,20 +221,19 @@ void ZnFixedBlockAllocator::Free(void *pointer) {
     std::free(block);
     return;
   }
-  ZnFixedBlockThreadHeap *owner = block->ucHeapIndex == heap->ucHeapIndex
-                                      ? heap
-                                      : heapTable[block->ucHeapIndex].load(std::memory_order_acquire);
+  bool const own = block->ucHeapIndex == heap->ucHeapIndex;
+  ZnFixedBlockThreadHeap *owner = own ? heap : heapTable[block->ucHeapIndex].load(std::memory_order_acquire);
   ZnFixedBlockSizeClass *sizeClass =
       owner != nullptr ? owner->apSizeClasses[block->uwSizeClassIndex].load(std::memory_order_acquire) : nullptr;
   // Only a block of an unregistered heap can find no size class under the
   // index it claims; it is left unused rather than put on a wrong list.
   if (sizeClass == nullptr) return;
   block->ucStateTag = kTagFree;
-  sizeClass->lock.Lock(-1);
-  block->pNext = sizeClass->pFreeHead.load(std::memory_order_relaxed);
-  sizeClass->pFreeHead.store(block, std::memory_order_relaxed);
-  AddInUse(sizeClass, static_cast<std::uint32_t>(-1));
-  sizeClass->lock.Unlock();
+  if (own) {
+    PushOwnFree(sizeClass, block);
+  } else {
+    PushRemoteFree(sizeClass, block);
+  }
 }
 
 void ZnFixedBlockAllocator::Shutdown() {

@@ -5,8 +5,9 @@
 //   ZnFixedBlockAllocator::Free(p);   // on any thread
 //
 // Each thread allocates from a heap of its own, in size classes of 4-byte
-// steps below 1024 bytes, so that allocation takes a lock only to pop a free
-// list that other threads may push to. Larger requests go to the C heap.
+// steps below 1024 bytes, so that allocation and a thread's own frees take no
+// lock; other threads' frees take none either, but one compare-and-swap.
+// Larger requests go to the C heap.
 // Every block is 16-byte aligned and has a 16-byte header before it: byte 0
 // state tag (5 in use, 6 large, 8 free), byte 1 heap index, bytes 2-3 size
 // class index, bytes 8-15 the free-list link. Memory is never given back to

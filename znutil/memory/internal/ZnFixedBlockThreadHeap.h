@@ -6,7 +6,6 @@
 #include <atomic>
 #include <cstdint>
 
-#include <znutil/concurrency/ZnLock.h>
 
 class ZnMemBlock;
 
@@ -31,19 +30,23 @@ struct alignas(16) ZnFixedBlockChunk {
 };
 static_assert(sizeof(ZnFixedBlockChunk) % 16 == 0, "the chunk header keeps blocks aligned");
 
-/// One block size of one thread heap. Only the owning thread carves and
-/// pops; any thread pushes, under the lock.
+/// One block size of one thread heap. Only the thread bound to the heap
+/// carves, pops and pushes its own frees, with no lock; other threads push
+/// their frees onto a list of their own, which the bound thread takes over
+/// whole before its next pop or push.
 struct ZnFixedBlockSizeClass {
   std::uint32_t udwBlockSize;
   std::uint32_t udwStride;  // block size plus header, rounded up to 16
-  std::atomic<ZnFixedBlockHeader *> pFreeHead{nullptr};
+  ZnFixedBlockHeader *pFreeHead = nullptr;
   std::uint32_t udwUnusedCount;
   char *pNextUnused;
-  // Approximate by design: raised without the lock, nothing depends on it.
-  std::atomic<std::uint32_t> udwBlocksInUse{0};
-  ZnLock lock;
+  // Frees from other threads count when their list is taken over.
+  std::uint32_t udwBlocksInUse = 0;
   ZnFixedBlockChunk *pFirstChunk;
   ZnFixedBlockChunk *pLastChunk;
+  // Newest first. On a cache line of its own, so that pushes from other
+  // threads do not disturb the bound thread's fields.
+  alignas(64) std::atomic<ZnFixedBlockHeader *> pRemoteFreeHead{nullptr};
 };
 
 /// The allocator state of one thread, or of none while orphaned.
