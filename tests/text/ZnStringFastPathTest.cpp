@@ -43,4 +43,40 @@ TEST(ZnStringFastPathTest, TokenizeStopsAtAnEmbeddedNul) {
   EXPECT_EQ(keeper.seen, (std::vector<std::string>{"a/32", "b/32"}));
 }
 
+ZnString WithNul(char const *text, int at) {
+  ZnString result(text);
+  result.SetCharacter(at, '\0');
+  return result;
+}
+
+TEST(ZnStringFastPathTest, SearchFollowsTheCRulesWhereverANulHides) {
+  ZnString appended("ab");
+  appended << '\0' << "needle";
+  ZnString copied(WithNul("xy needle", 1));
+  copied << "!";  // a private copy keeps what its source was
+  ZnString truncated(WithNul("needle xy", 7));
+  truncated.Truncate(8);  // measured again: "needle "
+  struct Case {
+    ZnString text;
+    ZnString sub;
+    int start;
+    int found;
+  } const cases[] = {
+      {ZnString("abc needle"), ZnString("needle"), 0, 4},
+      {ZnString("needle needle"), ZnString("needle"), 1, 7},
+      {ZnString("abc needl"), ZnString("needle"), 0, -1},
+      {WithNul("abc needle", 1), ZnString("needle"), 0, -1},
+      {WithNul("abc needle", 1), ZnString("needle"), 2, 4},
+      {appended, ZnString("needle"), 0, -1},
+      {copied, ZnString("needle"), 0, -1},
+      {ZnString("abc needle").LeftString(9), ZnString("needl"), 0, 4},
+      {WithNul("abc needle", 2).LeftString(9), ZnString("needl"), 0, -1},
+      {truncated, ZnString("needle"), 0, 0},
+      {ZnString("abc"), WithNul("xy", 0), 0, 3},
+      {ZnString("abc xy"), WithNul("xy", 1), 0, 4},
+  };
+  for (Case const &c : cases)
+    EXPECT_EQ(c.text.ContainsSubString(c.sub, c.start), c.found) << c.text.Chars() << " / " << c.sub.Chars();
+}
+
 }  // namespace

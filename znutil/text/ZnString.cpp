@@ -64,6 +64,7 @@ void ZnString::Empty() {
   CopyOnWrite(0);
   pzsrRef->AllocBuffer(0);
   pzsrRef->GetInternal()[0] = '\0';
+  pzsrRef->bNulFree = true;
 }
 
 // Construction and assignment.

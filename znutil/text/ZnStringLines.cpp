@@ -52,6 +52,7 @@ void ZnString::SetToken(char const *text, int n, int &room) {
   pzsrRef->iMaxLength = maxLength;
   std::memcpy(pzsrRef->pcBuffer, text, static_cast<std::size_t>(n));
   pzsrRef->pcBuffer[n] = '\0';
+  pzsrRef->bNulFree = true;  // cut from text that holds no NUL before its end
 }
 
 void ZnString::Tokenize(ZnString const &delimiters, ZnStringTokenizerCallBack &callback) const {
