@@ -54,7 +54,8 @@ ZnStringRef::ZnStringRef(char const *text) : pcBuffer(nullptr), iLength(0), iMax
   MakeCopy(text);
 }
 
-ZnStringRef::ZnStringRef(unsigned short const *text) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
+ZnStringRef::ZnStringRef(unsigned short const *text)
+    : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
   MakeCopy(text);
 }
 
@@ -68,13 +69,18 @@ ZnStringRef::ZnStringRef(char const *text, int n)
   bNulFree = kept == static_cast<std::size_t>(iLength);
 }
 
-ZnStringRef::ZnStringRef(ZnStringRef const &other) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
+ZnStringRef::ZnStringRef(ZnStringRef const &other)
+    : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
   MakeCopy(other);
 }
 
 // A negative hint takes its share of the slack; only the total is kept from going below 0.
 ZnStringRef::ZnStringRef(int n)
-    : pcBuffer(NewBuffer(Clamp(n + nNumPadChars))), iLength(0), iMaxLength(Clamp(n + nNumPadChars)), iCount(0), bNulFree(true) {
+    : pcBuffer(NewBuffer(Clamp(n + nNumPadChars))),
+      iLength(0),
+      iMaxLength(Clamp(n + nNumPadChars)),
+      iCount(0),
+      bNulFree(true) {
   pcBuffer[0] = '\0';
 }
 
@@ -239,6 +245,7 @@ void ZnStringRef::Append(unsigned short const *text) {
 }
 
 void ZnStringRef::Append(char c) {
+  // A NUL character, unlike measured text, is noted after the append.
   AppendBytes(&c, 1);
   NoteBytes(&c, 1);
 }
