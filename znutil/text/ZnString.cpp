@@ -64,6 +64,7 @@ void ZnString::Empty() {
   CopyOnWrite(0);
   pzsrRef->AllocBuffer(0);
   pzsrRef->GetInternal()[0] = '\0';
+  pzsrRef->bNulFree = true;
 }
 
 // Construction and assignment.
@@ -192,7 +193,13 @@ ZnString &ZnString::PrependText(Text const &text, int hint) {
 
 ZnString &ZnString::operator<<(ZnString const &text) { return AppendText(*text.pzsrRef, text.Length()); }
 
-ZnString &ZnString::operator<<(char const *text) { return AppendText(text, HintOf(text)); }
+ZnString &ZnString::operator<<(char const *text) {
+  // The hint is the text's length: measured once, for both uses.
+  int const n = HintOf(text);
+  CopyOnWrite(n);
+  pzsrRef->AppendBytes(text, n);
+  return *this;
+}
 
 ZnString &ZnString::operator<<(unsigned short const *text) { return AppendText(text, HintOf(text)); }
 
@@ -208,7 +215,12 @@ ZnString &ZnString::operator<<(double value) { return *this << Number<double>("%
 
 ZnString &ZnString::operator>>(ZnString const &text) { return PrependText(*text.pzsrRef, text.Length()); }
 
-ZnString &ZnString::operator>>(char const *text) { return PrependText(text, HintOf(text)); }
+ZnString &ZnString::operator>>(char const *text) {
+  int const n = HintOf(text);
+  CopyOnWrite(n);
+  pzsrRef->PrependBytes(text, n);
+  return *this;
+}
 
 ZnString &ZnString::operator>>(unsigned short const *text) { return PrependText(text, HintOf(text)); }
 

@@ -321,6 +321,9 @@ class ZNUTIL_API ZnString {
   ZnString &PrependText(Text const &text, int hint);
   ZnString Edited(void (ZnString::*edit)()) const;
   ZnString Substring(int start, int n) const;
+  /// Makes this the `n` characters at `text`, reusing the buffer (of `room`
+  /// characters) when no other value shares it.
+  void SetToken(char const *text, int n, int &room);
   bool Searchable(int start) const;
   /// Private and empty, keeping the buffer.
   void Empty();

@@ -32,6 +32,7 @@ bool ZnStringRef::ReadFromFile(ZnString const &path) {
   std::memcpy(pcBuffer, bytes.get(), size);
   pcBuffer[size] = '\0';
   iLength = static_cast<int>(std::strlen(pcBuffer));  // a file ends at an embedded NUL
+  bNulFree = true;
   return true;
 }
 

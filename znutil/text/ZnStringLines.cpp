@@ -29,23 +29,55 @@ void ZnString::ExpandTabs(int tabSize) {
   Take(expanded);
 }
 
+namespace {
+
+// strpbrk over text that holds no NUL before `end`; a one-character set,
+// the usual case, is searched with memchr.
+char const *NextDelimiter(char const *from, char const *end, char const *set) {
+  if (set[0] != '\0' && set[1] == '\0')
+    return static_cast<char const *>(std::memchr(from, set[0], static_cast<std::size_t>(end - from)));
+  return std::strpbrk(from, set);
+}
+
+}  // namespace
+
+void ZnString::SetToken(char const *text, int n, int &room) {
+  // Same length and max length as ZnString(text) would give the token.
+  int const maxLength = n + ZnStringRef::nNumPadChars;
+  if (IsNull() || pzsrRef->GetCount() != 1 || maxLength > room) {
+    *this = ZnString(new ZnStringRef(n));
+    room = pzsrRef->iMaxLength;
+  }
+  pzsrRef->iLength = n;
+  pzsrRef->iMaxLength = maxLength;
+  std::memcpy(pzsrRef->pcBuffer, text, static_cast<std::size_t>(n));
+  pzsrRef->pcBuffer[n] = '\0';
+  pzsrRef->bNulFree = true;  // cut from text that holds no NUL before its end
+}
+
 void ZnString::Tokenize(ZnString const &delimiters, ZnStringTokenizerCallBack &callback) const {
   if (Length() == 0) return;
-  ZnStringRef text(*pzsrRef);
+  ZnStringRef const text(*pzsrRef);
   ZnString delimiterSet(delimiters);
-  char *token = text.GetInternal();
+  char const *token = text.GetInternal();
+  char const *const end = token + std::strlen(token);
+  // One ref carries every token that the callback does not keep a share of,
+  // so that a scan allocates once rather than once a token.
+  ZnString buffer;
+  int room = 0;
+  auto const deliver = [&](char const *stop) {
+    buffer.SetToken(token, static_cast<int>(stop - token), room);
+    ZnString const value(buffer);
+    return callback.StringTokenizerCallBack(value, delimiterSet);
+  };
   for (;;) {
     // The callback may change the set: it is read afresh for every token.
-    char *delimiter = std::strpbrk(token, delimiterSet.Chars());
+    char const *delimiter = NextDelimiter(token, end, delimiterSet.Chars());
     if (delimiter == nullptr) {
-      callback.StringTokenizerCallBack(ZnString(token), delimiterSet);
+      deliver(end);
       return;
     }
-    char const saved = *delimiter;
-    *delimiter = '\0';
-    bool const goOn = callback.StringTokenizerCallBack(ZnString(token), delimiterSet);
-    *delimiter = saved;
-    if (!goOn) return;
+    if (!deliver(delimiter)) return;
     token = delimiter + 1;
   }
 }

@@ -48,29 +48,39 @@ class StableText {
 
 }  // namespace
 
-ZnStringRef::ZnStringRef() : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) { MakeCopy(""); }
+ZnStringRef::ZnStringRef() : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) { MakeCopy(""); }
 
-ZnStringRef::ZnStringRef(char const *text) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) {
+ZnStringRef::ZnStringRef(char const *text) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
   MakeCopy(text);
 }
 
-ZnStringRef::ZnStringRef(unsigned short const *text) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) {
+ZnStringRef::ZnStringRef(unsigned short const *text)
+    : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
   MakeCopy(text);
 }
 
 ZnStringRef::ZnStringRef(char const *text, int n)
-    : pcBuffer(NewBuffer(Clamp(n))), iLength(Clamp(n)), iMaxLength(Clamp(n)), iCount(0) {
-  std::strncpy(pcBuffer, text != nullptr ? text : "", static_cast<std::size_t>(iLength));
-  pcBuffer[iLength] = '\0';
+    : pcBuffer(NewBuffer(Clamp(n))), iLength(Clamp(n)), iMaxLength(Clamp(n)), iCount(0), bNulFree(false) {
+  // strncpy, which pads with NULs where the text is shorter than n.
+  char const *source = text != nullptr ? text : "";
+  std::size_t const kept = strnlen(source, static_cast<std::size_t>(iLength));
+  std::memcpy(pcBuffer, source, kept);
+  std::memset(pcBuffer + kept, 0, static_cast<std::size_t>(iLength) - kept + 1);
+  bNulFree = kept == static_cast<std::size_t>(iLength);
 }
 
-ZnStringRef::ZnStringRef(ZnStringRef const &other) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) {
+ZnStringRef::ZnStringRef(ZnStringRef const &other)
+    : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
   MakeCopy(other);
 }
 
 // A negative hint takes its share of the slack; only the total is kept from going below 0.
 ZnStringRef::ZnStringRef(int n)
-    : pcBuffer(NewBuffer(Clamp(n + nNumPadChars))), iLength(0), iMaxLength(Clamp(n + nNumPadChars)), iCount(0) {
+    : pcBuffer(NewBuffer(Clamp(n + nNumPadChars))),
+      iLength(0),
+      iMaxLength(Clamp(n + nNumPadChars)),
+      iCount(0),
+      bNulFree(true) {
   pcBuffer[0] = '\0';
 }
 
@@ -99,13 +109,16 @@ void ZnStringRef::Grow(int n, bool keepText) {
   iMaxLength = maxLength;
 }
 
+// Both leave the new characters to the caller, who knows what they hold.
 void ZnStringRef::AllocBuffer(int n) {
   iLength = n;
+  bNulFree = false;
   if (n > iMaxLength || iMaxLength == 0) Grow(n, false);
 }
 
 void ZnStringRef::ReallocBuffer(int n) {
   iLength = n;
+  bNulFree = false;
   if (n > iMaxLength || iMaxLength == 0) Grow(n, true);
 }
 
@@ -121,6 +134,7 @@ void ZnStringRef::MakeCopy(ZnStringRef const &other) {
     std::memcpy(pcBuffer, other.pcBuffer, static_cast<std::size_t>(n) + 1);
   else
     pcBuffer[0] = '\0';
+  bNulFree = other.bNulFree || n == 0;
 }
 
 void ZnStringRef::MakeCopy(char const *text) {
@@ -130,6 +144,7 @@ void ZnStringRef::MakeCopy(char const *text) {
   AllocBuffer(n);
   std::memcpy(pcBuffer, source.Get(), static_cast<std::size_t>(n));
   pcBuffer[n] = '\0';
+  bNulFree = true;
 }
 
 void ZnStringRef::MakeCopy(unsigned short const *text) {
@@ -138,22 +153,27 @@ void ZnStringRef::MakeCopy(unsigned short const *text) {
   AllocBuffer(n);
   platform::WideToNarrow(pcBuffer, text, static_cast<std::size_t>(n));
   pcBuffer[n] = '\0';
+  bNulFree = true;
+  NoteBytes(pcBuffer, n);
 }
 
 // The Internal forms write no further than the buffer holds.
 void ZnStringRef::CopyToInternal(char const *text) {
+  bNulFree = false;  // the length is not set to the text
   int const n = std::min(Length(text), iMaxLength);
   std::memmove(pcBuffer, text, static_cast<std::size_t>(n));
   pcBuffer[n] = '\0';
 }
 
 void ZnStringRef::CopyToInternal(unsigned short const *text) {
+  bNulFree = false;  // the length is not set to the text
   int const n = std::min(iLength, iMaxLength);
   platform::WideToNarrow(pcBuffer, text, static_cast<std::size_t>(n));
   pcBuffer[n] = '\0';
 }
 
 void ZnStringRef::AppendToInternal(char const *text, int start) {
+  bNulFree = false;  // the length is not set to the text
   int const end = start + Length(pcBuffer + start);
   int const n = std::min(Length(text), iMaxLength - end);
   std::memmove(pcBuffer + end, text, static_cast<std::size_t>(n));
@@ -161,18 +181,21 @@ void ZnStringRef::AppendToInternal(char const *text, int start) {
 }
 
 void ZnStringRef::AppendToInternal(unsigned short const *text, int start) {
+  bNulFree = false;  // the length is not set to the text
   int const end = std::min(iLength, iMaxLength);
   platform::WideToNarrow(pcBuffer + start, text, static_cast<std::size_t>(end - start));
   pcBuffer[end] = '\0';
 }
 
 void ZnStringRef::PrependToInternal(char const *text, int n) {
+  bNulFree = false;  // the length is not set to the text
   n = std::min(n, iMaxLength - Length(pcBuffer));
   std::memmove(pcBuffer + n, pcBuffer, std::strlen(pcBuffer) + 1);
   std::strncpy(pcBuffer, text, static_cast<std::size_t>(n));
 }
 
 void ZnStringRef::PrependToInternal(unsigned short const *text, int n) {
+  bNulFree = false;  // the length is not set to the text
   n = std::min(n, iMaxLength - Length(pcBuffer));
   std::memmove(pcBuffer + n, pcBuffer, std::strlen(pcBuffer) + 1);
   for (int i = 0; i < n; ++i) {
@@ -182,20 +205,28 @@ void ZnStringRef::PrependToInternal(unsigned short const *text, int n) {
   }
 }
 
+void ZnStringRef::NoteBytes(char const *text, int n) {
+  if (std::memchr(text, 0, static_cast<std::size_t>(n)) != nullptr) bNulFree = false;
+}
+
 void ZnStringRef::AppendBytes(char const *text, int n) {
   StableText const source(text, n, *this);
   int const start = iLength;
+  bool const nulFree = bNulFree;
   ReallocBuffer(iLength + n);
   std::memcpy(pcBuffer + start, source.Get(), static_cast<std::size_t>(n));
   pcBuffer[iLength] = '\0';
+  bNulFree = nulFree;
 }
 
 void ZnStringRef::PrependBytes(char const *text, int n) {
   StableText const source(text, n, *this);
   int const old = iLength;
+  bool const nulFree = bNulFree;
   ReallocBuffer(iLength + n);
   std::memmove(pcBuffer + n, pcBuffer, static_cast<std::size_t>(old) + 1);
   std::memcpy(pcBuffer, source.Get(), static_cast<std::size_t>(n));
+  bNulFree = nulFree;
 }
 
 void ZnStringRef::Append(ZnStringRef const &other) { AppendBytes(other.pcBuffer, Length(other.pcBuffer)); }
@@ -205,12 +236,19 @@ void ZnStringRef::Append(char const *text) { AppendBytes(text, Length(text)); }
 void ZnStringRef::Append(unsigned short const *text) {
   int const n = Length(text);
   int const start = iLength;
+  bool const nulFree = bNulFree;
   ReallocBuffer(iLength + n);
   platform::WideToNarrow(pcBuffer + start, text, static_cast<std::size_t>(n));
   pcBuffer[iLength] = '\0';
+  bNulFree = nulFree;
+  NoteBytes(pcBuffer + start, n);
 }
 
-void ZnStringRef::Append(char c) { AppendBytes(&c, 1); }
+void ZnStringRef::Append(char c) {
+  // A NUL character, unlike measured text, is noted after the append.
+  AppendBytes(&c, 1);
+  NoteBytes(&c, 1);
+}
 
 void ZnStringRef::Append(unsigned short c) { Append(static_cast<char>(c & 0xFF)); }
 
@@ -223,6 +261,7 @@ void ZnStringRef::Prepend(unsigned short const *text) {
   std::unique_ptr<char[]> narrow(new char[static_cast<std::size_t>(n) + 1]);
   platform::WideToNarrow(narrow.get(), text, static_cast<std::size_t>(n));
   PrependBytes(narrow.get(), n);
+  NoteBytes(narrow.get(), n);
 }
 
 void ZnStringRef::ReplaceString(ZnStringRef const &s, int start, int count) {
@@ -293,11 +332,13 @@ void ZnStringRef::Truncate(int n) {
   if (n < 0 || n >= iLength) return;
   pcBuffer[n] = '\0';
   iLength = Length(pcBuffer);
+  bNulFree = true;
 }
 
 bool ZnStringRef::SetCharacter(int i, char c) {
   if (i < 0 || i >= iLength) return false;
   pcBuffer[i] = c;
+  NoteBytes(&c, 1);
   return true;
 }
 
@@ -377,6 +418,7 @@ void ZnStringRef::ConvertToCString() {
   pcBuffer = buffer;
   iMaxLength = maxLength;
   iLength = Length(pcBuffer);
+  bNulFree = true;
 }
 
 ZnStringRef *ZnStringRef::CopyOnWrite() { return new ZnStringRef(*this); }

@@ -4,7 +4,9 @@
 // The count is plain, not atomic: values that share a ref must stay on one
 // thread. Growth is additive and deliberate: a buffer that is too small is
 // replaced by one of exactly the needed size plus nNumPadChars (32), and a
-// buffer never shrinks. The text is what lies before the first NUL.
+// buffer never shrinks. The text is what lies before the first NUL; a ref
+// also notes whether that is all `length` characters, so that comparing and
+// searching can work over the length where no NUL hides inside it.
 #ifndef ZNUTIL_TEXT_ZNSTRINGREF_H
 #define ZNUTIL_TEXT_ZNSTRINGREF_H
 
@@ -109,16 +111,23 @@ class ZNUTIL_API ZnStringRef {
   friend class ZnString;
   struct NullTag {};
   /// The shared empty text of the null string, built at compile time.
-  constexpr ZnStringRef(NullTag, char *text) : pcBuffer(text), iLength(0), iMaxLength(32), iCount(0) {}
+  constexpr ZnStringRef(NullTag, char *text)
+      : pcBuffer(text), iLength(0), iMaxLength(32), iCount(0), bNulFree(true) {}
 
   void Grow(int n, bool keepText);
+  /// Both take `n` bytes that hold no NUL.
   void AppendBytes(char const *text, int n);
   void PrependBytes(char const *text, int n);
+  /// Notes whether a NUL lies among the `n` bytes just stored at `text`.
+  void NoteBytes(char const *text, int n);
 
   char *pcBuffer;
   int iLength;
   int iMaxLength;
   int iCount;
+  /// True only when the buffer is set and no NUL lies before length, so that
+  /// the text is exactly `length` characters. False wherever that is unknown.
+  bool bNulFree;
 };
 
 #endif  // ZNUTIL_TEXT_ZNSTRINGREF_H

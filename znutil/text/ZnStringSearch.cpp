@@ -41,6 +41,17 @@ int ZnString::ContainsSubString(ZnString const &sub, int start) const {
   char const *text = pzsrRef->GetInternal();
   char const *const end = text + Length();
   char const *wanted = sub.pzsrRef->GetInternal();
+  if (pzsrRef->bNulFree && sub.pzsrRef->bNulFree) {
+    // Neither text holds a NUL before its end, so candidates can be found
+    // with memchr over the places where the whole of `sub` still fits.
+    auto const size = static_cast<std::size_t>(sub.Length());
+    for (char const *at = text + start; end - at >= static_cast<std::ptrdiff_t>(size); ++at) {
+      at = static_cast<char const *>(std::memchr(at, wanted[0], static_cast<std::size_t>(end - at) - size + 1));
+      if (at == nullptr) break;
+      if (std::memcmp(at, wanted, size) == 0) return static_cast<int>(at - text);
+    }
+    return -1;
+  }
   std::size_t const size = std::strlen(wanted);
   for (char const *at = std::strchr(text + start, wanted[0]); at != nullptr && at + size <= end;
        at = std::strchr(at + 1, wanted[0])) {

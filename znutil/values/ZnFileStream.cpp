@@ -127,6 +127,12 @@ ZnStreamError ZnFileStream::Finish(unsigned int shortfall, ZnStreamError error) 
 
 ZnStreamError ZnFileStream::ReadBytes(unsigned int size, void *destination, bool) {
   auto *to = static_cast<char *>(destination);
+  if (pcBuffer != nullptr && Status() == ZnStreamOk && size <= udwBufferEnd - udwBufferPosition) {
+    // All of it is buffered already: the common case of small items.
+    std::memcpy(to, pcBuffer + udwBufferPosition, size);
+    udwBufferPosition += size;
+    return ZnStreamOk;
+  }
   DWORD got = 0;
   if (pcBuffer == nullptr) {
     if (!znutil::platform::ReadFile(hFile, to, size, &got)) throw ZnStreamException(ZnStreamReadError);
@@ -160,6 +166,12 @@ unsigned int ZnFileStream::FillAndCopy(unsigned int size, char *destination) {
 
 ZnStreamError ZnFileStream::WriteBytes(unsigned int size, void const *source, bool) {
   auto const *from = static_cast<char const *>(source);
+  if (pcBuffer != nullptr && Status() == ZnStreamOk && size <= kBufferSize - udwBufferEnd) {
+    // It fits the room left: the common case of small items.
+    std::memcpy(pcBuffer + udwBufferEnd, from, size);
+    udwBufferEnd += size;
+    return ZnStreamOk;
+  }
   DWORD put = size;
   if (pcBuffer == nullptr) {
     if (!znutil::platform::WriteFile(hFile, from, size, &put)) throw ZnStreamException(ZnStreamWriteError);

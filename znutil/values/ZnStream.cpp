@@ -10,11 +10,8 @@ std::atomic<bool> ZnStream::bLittleEndian(false);
 
 namespace {
 
-// The staging buffer of string extraction: 512 bytes and a terminator. One
-// per thread, so that streams on different threads may extract strings at
-// the same moment.
+// The largest piece of a string that extraction stages at once.
 constexpr int kStringPiece = 512;
-thread_local char stringPiece[kStringPiece + 1];
 
 // Hands each field of a ZnUuid to `move` as (size, address, swap), in the
 // order of the wire form.
@@ -67,6 +64,8 @@ ZnStream &ZnStream::operator>>(ZnString &text) {
   text = "";
   int length = 0;
   if (ReadBytes(sizeof length, &length, true) != ZnStreamOk) return *this;
+  // On the stack: each extraction has its own, whatever the thread.
+  char stringPiece[kStringPiece + 1];
   while (length > 0) {
     int const piece = std::min(length, kStringPiece);
     ReadBytes(static_cast<unsigned int>(piece), stringPiece, false);
