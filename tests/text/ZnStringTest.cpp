@@ -72,6 +72,10 @@ TEST(ZnStringTest, CopiesShareUntilOneIsWritten) {
   EXPECT_EQ(written, "xbc");
   EXPECT_EQ(written.MaxLength(), 3 + 32) << "the private copy gets slack";
   EXPECT_EQ(abc, "abc");
+  ZnString replaced(abc);
+  replaced.ReplaceString(ZnString("X"), 1, 1);
+  EXPECT_EQ(replaced, "aXc");
+  EXPECT_EQ(abc, "abc");
 }
 
 TEST(ZnStringTest, SizeHints) {
