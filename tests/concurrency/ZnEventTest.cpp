@@ -120,7 +120,10 @@ TEST(ZnEventTest, WaitingFlagIsSharedAndTheFirstToLeaveClearsIt) {
   Waiters waiter(event, 1);
   ASSERT_TRUE(Eventually([&] { return event.IsWaiting(); }));
   ZnEvent const copy(event);
+  ZnEvent assigned(true);
+  assigned = event;
   EXPECT_TRUE(copy.IsWaiting()) << "a copy takes the flag as it stands";
+  EXPECT_TRUE(assigned.IsWaiting()) << "and so does an assignment";
   EXPECT_EQ(event.Wait(0), 1);
   EXPECT_FALSE(event.IsWaiting()) << "cleared although the other thread still waits";
   EXPECT_EQ(waiter.Released(), 0);

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <znutil/concurrency/ZnCriticalSection.h>
 #include <znutil/concurrency/ZnNativeThreadWaitObject.h>
 #include <znutil/concurrency/ZnSleeper.h>
 #include <znutil/concurrency/ZnThread.h>
@@ -137,6 +138,33 @@ TEST(ZnNativeThreadTest, TerminateReachesASuspendedRunningThread) {
   ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
   thread.Resume();  // the thread is gone: nothing to resume
   EXPECT_TRUE(Marked(thread));
+}
+
+// A thread is not cancelled while it holds a critical section at any level;
+// its first wait after it left the last level ends it.
+TEST(ZnNativeThreadTest, TerminateWaitsUntilTheLastCriticalSectionIsLeft) {
+  ZnCriticalSection section;
+  ZnEvent holding(true), go(true), never(true);
+  std::atomic<int> reached{0};
+  znutil_test::FunctionWork work([&] {
+    section.Enter();
+    section.Enter();
+    holding.Signal();
+    go.Wait(INFINITE);
+    section.Leave();
+    never.Wait(1);
+    reached = 1;
+    section.Leave();
+    never.Wait(1);
+    reached = 2;
+  });
+  ZnThread thread(0);
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
+  ASSERT_EQ(holding.Wait(kGenerous), 0);
+  thread.Terminate(0);
+  go.Signal();
+  ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
+  EXPECT_EQ(reached.load(), 1);
 }
 
 TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {

@@ -29,6 +29,11 @@ TEST_F(LoggerTest, RecordTextIsExactAndEachFormGivesItsLines) {
   ZnLogger::Log(ZnLogger::kError, ZnString("S"), ZnString("C"), lines);
   ZnLogger::Log(7, ZnString("S"), ZnString("C"), ZnString("one"));
   ZnLogger::Log(ZnLogger::kInformation | ZnLogger::kLoud, ZnString("S"), ZnString("C"), nullptr);
+  // The frame's row holds the lines joined by one blank.
+  EXPECT_TRUE(WaitFor([] {
+    auto const rows = Frame().rows;
+    return !rows.empty() && std::string(rows.front().fsMessage.Chars()) == "first line second line";
+  }));
   ZnLogger::Shutdown();
   std::string const rest = "  Warning  Parser  Syntax\n\tfirst line\n\tsecond line\n\n";
   std::string const text = LogText();

@@ -125,6 +125,7 @@ TEST(RegexprCompileTest, SetsHoldTheirMembersUnfolded) {
       {"[\\v]", "\v"},
       {"[\\]x]", "]x"},
       {"[\\x41-\\x43]", "ABC"},
+      {"[\\x30\\x39\\x3a\\x3F]", "09:?"},  // both ends of the digits, a letter of each case
       {"[^a]", AllBut("a")},
       {"[^]]", AllBut("]")},
       {"[.*(|]", "(*.|"},

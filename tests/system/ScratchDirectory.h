@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include <znutil/text/ZnString.h>
@@ -64,6 +65,13 @@ inline ZnString LibraryPath(std::string const &systemPath) { return ZnString(Bac
 
 // The text of a string, for comparisons that print well.
 inline std::string Text(ZnString const &value) { return value.Chars(); }
+
+// How many descriptors the process holds open: a call that leaks one
+// changes it.
+inline long OpenDescriptors() {
+  return static_cast<long>(std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                                         std::filesystem::directory_iterator()));
+}
 
 }  // namespace znutil_test
 

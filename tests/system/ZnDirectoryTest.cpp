@@ -93,6 +93,7 @@ TEST(ZnDirectoryTest, OpenTrimsThePathListsEveryEntryAsASnapshotAndExistsFindsTh
 TEST(ZnDirectoryTest, CursorStopsAtTheEndAndAFailedOpenLeavesNothing) {
   ScratchDirectory scratch;
   MakeSourceTree(scratch);
+  long const descriptors = OpenDescriptors();
   ZnDirectory folder;
   // A trailing slash stays, and the join puts a backslash after it.
   ASSERT_TRUE(folder.Open(ZnString((scratch / "src/sub/").c_str())));
@@ -111,7 +112,7 @@ TEST(ZnDirectoryTest, CursorStopsAtTheEndAndAFailedOpenLeavesNothing) {
   ASSERT_TRUE(folder.Open(LibraryPath(scratch / "src")));
   folder.Close();
   EXPECT_EQ(folder.Count(), 0);
-  EXPECT_EQ(folder.First(), nullptr);
+  EXPECT_EQ(folder.First(), nullptr);  EXPECT_EQ(OpenDescriptors(), descriptors);  // each search was closed
 }
 
 TEST(ZnDirectoryTest, CreateFolderReportsWhatItMadeOutermostFirst) {
@@ -196,12 +197,15 @@ TEST(ZnDirectoryTest, CurrentDirectoryInBackslashFormWithItsLimit) {
   EXPECT_EQ(Text(ZnDirectory::CurrentDirectory()), Backslashed(scratch.Path()));
   EXPECT_FALSE(ZnDirectory::SetCurrentDirectoryA(LibraryPath(scratch / "missing")));
   EXPECT_EQ(fs::current_path().string(), scratch.Path());
-  // Deeper than the 511-character buffer holds.
+  // The 511-character buffer holds 510 characters and the terminator.
   std::string deep = scratch.Path();
-  while (deep.size() < 520) deep += "/" + std::string(40, 'd');
-  fs::create_directories(deep);
-  ASSERT_TRUE(ZnDirectory::SetCurrentDirectoryA(LibraryPath(deep)));
-  EXPECT_EQ(Text(ZnDirectory::CurrentDirectory()), "");
+  while (deep.size() < 450) deep += "/" + std::string(40, 'd');
+  deep += "/" + std::string(509 - deep.size(), 'e');
+  for (std::string const &path : {deep, deep + "e"}) {
+    fs::create_directories(path);
+    ASSERT_TRUE(ZnDirectory::SetCurrentDirectoryA(LibraryPath(path)));
+    EXPECT_EQ(Text(ZnDirectory::CurrentDirectory()), path.size() == 510 ? Backslashed(path) : "") << path.size();
+  }
 }
 
 TEST(ZnDirectoryTest, SelectDirectoryNeedsAChooserAndRestoresTheCurrentDirectory) {

@@ -72,6 +72,7 @@ TEST_F(ZnFileInformationTest, PathIsFullInBackslashFormAndMissingFilesAndFolders
 }
 
 TEST_F(ZnFileInformationTest, FailedRefreshKeepsTheFormerFactsAsNotValid) {
+  long const descriptors = znutil_test::OpenDescriptors();
   ZnFileInformation info(file.c_str());
   WriteBytes(file, Bytes(99, 1));
   ZnFileInformation const copy = info;
@@ -83,6 +84,7 @@ TEST_F(ZnFileInformationTest, FailedRefreshKeepsTheFormerFactsAsNotValid) {
   EXPECT_FALSE(info.Refresh());
   EXPECT_FALSE(info.Valid());
   EXPECT_EQ(99u, info.Size());
+  EXPECT_EQ(znutil_test::OpenDescriptors(), descriptors);  // each refresh closed its file
 }
 
 }  // namespace

@@ -113,6 +113,10 @@ TEST(ZnVersionResourceTest, FindsOnlyEnglishTablesReachedByLengthPlusTwo) {
       {"behind a child of length 2 mod 4", {odd, StringFileInfo({table(u"040904b0")})}, true},
       {"behind a table of length 0 mod 4", {StringFileInfo({even, table(u"040904b0")})}, false},
       {"behind a table of length 2 mod 4", {StringFileInfo({Table(u"040704b0", {odd}), table(u"040904b0")})}, true},
+      {"the first of two",
+       {StringFileInfo({Table(u"040904b0", {Text(u"Key", u"value"), odd})}),
+        StringFileInfo({Table(u"040904E4", {Text(u"Key", u"later")})})},
+       true},
   };
   for (Case const &c : cases) {
     Bytes block = Serialize(VersionInfo(0x00010002, 0x00030004, 0, 0, c.children));

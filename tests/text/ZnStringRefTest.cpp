@@ -26,7 +26,9 @@ TEST(ZnStringRefTest, ConstructorsSizeTheBuffer) {
   EXPECT_STREQ(exact.GetInternal(), "abc");
   EXPECT_EQ(exact.GetLength(), 3);
   EXPECT_EQ(exact.GetMaxLength(), 3) << "substrings have no slack";
+  { ZnStringRef const dirty(std::string(100, 'x').c_str()); }  // leaves a written block of room's size
   ZnStringRef room(100);
+  EXPECT_STREQ(room.GetInternal(), "");
   EXPECT_EQ(room.GetLength(), 0);
   EXPECT_EQ(room.GetMaxLength(), 132);
   for (int const n : {-1, -10, -32}) EXPECT_EQ(ZnStringRef(n).GetMaxLength(), n + 32) << "negative hint " << n;

@@ -13,16 +13,16 @@
 
 namespace {
 
-// True if running `body` takes a block of the size class that string refs
-// and short buffers come from: the allocator serves the last freed block
-// first, so a probe block freed just before comes back only if nothing
-// else took it.
+// True if running `body` takes a block of the size class of `size` (by
+// default that of string refs and short buffers): the allocator serves the
+// last freed block first, so a probe block freed just before comes back
+// only if nothing else took it.
 template <typename Body>
-bool Allocates(Body body) {
-  void *probe = ZnFixedBlockAllocator::Alloc(sizeof(ZnStringRef));
+bool Allocates(Body body, unsigned long size = sizeof(ZnStringRef)) {
+  void *probe = ZnFixedBlockAllocator::Alloc(size);
   ZnFixedBlockAllocator::Free(probe);
   body();
-  void *next = ZnFixedBlockAllocator::Alloc(sizeof(ZnStringRef));
+  void *next = ZnFixedBlockAllocator::Alloc(size);
   ZnFixedBlockAllocator::Free(next);
   return next != probe;
 }
@@ -62,12 +62,19 @@ TEST(ZnStringTest, CopiesShareUntilOneIsWritten) {
   EXPECT_EQ(copy, "shared text!");
   EXPECT_FALSE(Allocates([&] { original << "?"; })) << "the original is sole owner again";
   EXPECT_EQ(original, "shared text?");
+  copy = original;
+  copy = ZnString("other");
+  EXPECT_FALSE(Allocates([&] { original << "."; })) << "assigning over the copy gave up its share";
 
   ZnString abc("abc");
   ZnString written(abc);
   written.SetCharacter(0, 'x');
   EXPECT_EQ(written, "xbc");
   EXPECT_EQ(written.MaxLength(), 3 + 32) << "the private copy gets slack";
+  EXPECT_EQ(abc, "abc");
+  ZnString replaced(abc);
+  replaced.ReplaceString(ZnString("X"), 1, 1);
+  EXPECT_EQ(replaced, "aXc");
   EXPECT_EQ(abc, "abc");
 }
 
@@ -287,6 +294,7 @@ TEST(ZnStringTest, PointerConversionsHandOutCopies) {
   EXPECT_EQ(wide[0], 'v');
   EXPECT_EQ(wide[5], 0);
   EXPECT_STREQ(static_cast<char const *>(ZnString()), "");
+  EXPECT_FALSE(Allocates([] { static_cast<char const *>(ZnString("value")); }, 6)) << "the copy goes with the string";
   text.Compact();
   EXPECT_EQ(text, "value");
   char *narrow = text.DuplicateAscii();

@@ -71,6 +71,7 @@ TEST(ZnMemoryStreamTest, CopiesShareTheBlockAndReleaseItOnce) {
   auto *original = new ZnMemoryStream;
   *original << 1;
   ZnMemoryStream copy(*original), assigned;
+  assigned << 9;  // a block of its own, released by the assignment
   assigned = *original;
   *original << 2;
   int length = 0;
