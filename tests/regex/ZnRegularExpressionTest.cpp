@@ -45,6 +45,7 @@ TEST(ZnRegularExpressionTest, MatchesRecordsPositionAndRegisters) {
   EXPECT_FALSE(re.GaveUp()) << "no match is not giving up";
 
   ZnRegularExpression folded("ABC");
+  EXPECT_FALSE(folded.HaveMatch() || folded.GaveUp()) << "a new expression has neither matched nor given up";
   EXPECT_TRUE(folded.Matches("xabcx"));
   EXPECT_EQ(folded.MatchedStart(), 1);
   ZnRegularExpression empty("");
