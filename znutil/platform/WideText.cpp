@@ -26,13 +26,5 @@ std::size_t NarrowToWide(unsigned short *target, char const *source, std::size_t
   return count;
 }
 
-int WideCaseCompare(unsigned short const *left, unsigned short const *right) {
-  auto lower = [](unsigned short unit) { return unit >= 'A' && unit <= 'Z' ? unit + ('a' - 'A') : unit; };
-  for (;; ++left, ++right) {
-    int const difference = lower(*left) - lower(*right);
-    if (difference != 0 || *left == 0) return difference;
-  }
-}
-
 }  // namespace platform
 }  // namespace znutil

@@ -23,9 +23,6 @@ std::size_t WideToNarrow(char *target, unsigned short const *source, std::size_t
 /// copied); returns the bytes converted before the zero.
 std::size_t NarrowToWide(unsigned short *target, char const *source, std::size_t count);
 
-/// Compares two 16-bit texts ignoring the case of ASCII letters.
-int WideCaseCompare(unsigned short const *left, unsigned short const *right);
-
 }  // namespace platform
 }  // namespace znutil
 
