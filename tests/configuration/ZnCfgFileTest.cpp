@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <future>
 #include <thread>
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
@@ -228,6 +230,26 @@ TEST(ZnCfgFileTest, UnwritableFileOrDeviceIsTriedAgainAndNothingBreaks) {
   null.SetIntegerEntry("A", "B", "all", 4);
   EXPECT_TRUE(null.Flush());
   EXPECT_TRUE(fs::is_character_file(device));
+  EXPECT_FALSE(null.Refresh()) << "the device was not written, so it is no newer than what was read";
+}
+
+TEST(ZnCfgFileTest, AWriteCutShortLeavesTheOldFileAndNoTemporaryOne) {
+  ScratchDirectory scratch;
+  std::string const path = WriteFile(scratch / "app.cfg", "section \"Old\"\r\n");
+  fs::last_write_time(path, fs::last_write_time(path) - 1h);
+  ZnCfgFile file(LibraryPath(path));
+  file.SetIntegerEntry("A", "B", "all", 5);
+  rlimit before;
+  ASSERT_EQ(0, getrlimit(RLIMIT_FSIZE, &before));
+  rlimit tiny = before;
+  tiny.rlim_cur = 4;  // files may grow to 4 bytes: the write fails part way
+  void (*const handler)(int) = signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &tiny));
+  file.Flush();
+  setrlimit(RLIMIT_FSIZE, &before);
+  signal(SIGXFSZ, handler);
+  EXPECT_EQ("section \"Old\"\r\n", ReadFile(path));
+  EXPECT_EQ(1, std::distance(fs::directory_iterator(scratch.Path()), {}));
 }
 
 TEST(ZnCfgFileTest, ReadersRaceClearSetFlushAndRefresh) {
