@@ -91,8 +91,10 @@ TEST_F(ZnRegVariableTest, WhatIsNotTextOrIsMissingReadsAsEmpty) {
   EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Nothing", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(RegOpenKeyExA(reinterpret_cast<HKEY>(&key), "x", 0, KEY_READ, &key), ERROR_INVALID_HANDLE);
   // A predefined root opens before anything was stored under it.
-  EXPECT_EQ(RegOpenKeyExA(HKEY_USERS, "", 0, KEY_READ, &key), ERROR_SUCCESS);
-  RegCloseKey(key);
+  for (HKEY root : {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS}) {
+    EXPECT_EQ(RegOpenKeyExA(root, "", 0, KEY_READ, &key), ERROR_SUCCESS) << root;
+    RegCloseKey(key);
+  }
 }
 
 TEST_F(ZnRegVariableTest, OddNamesKeepApartAndNoTemporaryFileStays) {

@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <future>
 #include <thread>
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
@@ -200,7 +202,10 @@ TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughLinks) {
   fs::create_symlink("dangling.cfg", scratch / "hop.cfg");
   fs::create_symlink("hop.cfg", scratch / "new.cfg");
   ZnCfgFile fresh(LibraryPath(scratch / "new.cfg"));
+  mode_t const umaskBefore = umask(022);  // a new file gets what the umask leaves
   EXPECT_TRUE(fresh.Flush());
+  umask(umaskBefore);
+  EXPECT_EQ(fs::perms(0644), fs::status(scratch / "dangling.cfg").permissions());
   EXPECT_TRUE(fs::is_symlink(scratch / "new.cfg"));
   EXPECT_TRUE(fs::is_symlink(scratch / "hop.cfg"));
   EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(scratch / "dangling.cfg")));
@@ -225,6 +230,26 @@ TEST(ZnCfgFileTest, UnwritableFileOrDeviceIsTriedAgainAndNothingBreaks) {
   null.SetIntegerEntry("A", "B", "all", 4);
   EXPECT_TRUE(null.Flush());
   EXPECT_TRUE(fs::is_character_file(device));
+  EXPECT_FALSE(null.Refresh()) << "the device was not written, so it is no newer than what was read";
+}
+
+TEST(ZnCfgFileTest, AWriteCutShortLeavesTheOldFileAndNoTemporaryOne) {
+  ScratchDirectory scratch;
+  std::string const path = WriteFile(scratch / "app.cfg", "section \"Old\"\r\n");
+  fs::last_write_time(path, fs::last_write_time(path) - 1h);
+  ZnCfgFile file(LibraryPath(path));
+  file.SetIntegerEntry("A", "B", "all", 5);
+  rlimit before;
+  ASSERT_EQ(0, getrlimit(RLIMIT_FSIZE, &before));
+  rlimit tiny = before;
+  tiny.rlim_cur = 4;  // files may grow to 4 bytes: the write fails part way
+  void (*const handler)(int) = signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &tiny));
+  file.Flush();
+  setrlimit(RLIMIT_FSIZE, &before);
+  signal(SIGXFSZ, handler);
+  EXPECT_EQ("section \"Old\"\r\n", ReadFile(path));
+  EXPECT_EQ(1, std::distance(fs::directory_iterator(scratch.Path()), {}));
 }
 
 TEST(ZnCfgFileTest, ReadersRaceClearSetFlushAndRefresh) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <znutil/memory/ZnFixedBlockAllocator.h>
+
 #include "ContextHelpers.h"
 
 namespace {
@@ -100,6 +102,9 @@ TEST(ZnDblListTest, DeleteMovesTheContextOnSoAWalkContinuesWithGetCurrent) {
   void *const node = position.Data();
   EXPECT_EQ(list.DeleteAtContext(position), &items[1]);
   EXPECT_TRUE(position == node) << "DeleteAtContext does not advance the caller's context";
+  void *const block = ZnFixedBlockAllocator::Alloc(sizeof(ZnDblListItem));
+  EXPECT_EQ(block, node) << "the deleted node's block goes back to the allocator, freed last, handed out first";
+  ZnFixedBlockAllocator::Free(block);
   EXPECT_EQ(list.DeleteLast(), &items[3]);
   ExpectOrder(list, {});
   AppendAll(list, {0, 1});

@@ -88,6 +88,11 @@ TEST(ZnFileTimeTest, KindOneShowsLocalTimeAndAssignmentKeepsTheKind) {
   EXPECT_EQ(ShownHour(shownLocal), 15);
   EXPECT_EQ(ShownHour(ZnFileTime(shownLocal, 2)), 12);
   EXPECT_EQ(ShownHour(ZnFileTime(shownLocal)), 15);
+  // The largest FILETIME still shows where the zone moves it by nothing.
+  ScopedTimeZone utc("UTC0");
+  SYSTEMTIME last = SYSTEMTIME();
+  ZnFileTime(FileTimeOf(0x7FFFFFFFFFFFFFFFull), 1).Convert(&last);
+  EXPECT_EQ(last.wYear, 30828);
 }
 
 TEST(ZnFileTimeTest, SetFromFileTakesTheWriteTimeAtFullResolution) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include <znutil/platform/File.h>
@@ -41,9 +43,14 @@ TEST(ZnFileStreamTest, OpeningMakesTheFolderInBothModes) {
   EXPECT_EQ(Thrown([&] { ZnFileStream in(Path(reading), ZnFileRead, true); }), ZnStreamOpenError);
   EXPECT_TRUE(std::filesystem::is_directory(folder));
 
-  // Backslashes separate too; any mode but 0 writes.
+  // Backslashes separate too; any mode but 0 writes, making a file the umask trims.
   std::string const writing = (znutil_test::TestFolder() / "other").string() + "\\sub\\file.bin";
+  mode_t const umaskBefore = umask(022);
   { ZnFileStream out(Path(writing), static_cast<ZnFileMode>(7), false); out << 9; }
+  umask(umaskBefore);
+  struct stat made;
+  ASSERT_EQ(0, stat((znutil_test::TestFolder() / "other" / "sub" / "file.bin").c_str(), &made));
+  EXPECT_EQ(0644u, made.st_mode & 07777);
   EXPECT_EQ(znutil_test::ReadWholeFile((znutil_test::TestFolder() / "other" / "sub" / "file.bin").string()),
             (Bytes{9, 0, 0, 0}));
   EXPECT_EQ(Thrown([&] { ZnFileStream dir(Path(folder.string()), ZnFileRead, false); }), ZnStreamOpenError);
