@@ -103,6 +103,27 @@ TEST(ZnNativeThreadTest, SuspendCountsAtCreationHoldTheThreadBack) {
   thread.SignalShutdown(true);
 }
 
+TEST(ZnNativeThreadTest, ASuspendedBusyThreadSleepsInTheKernelUntilResumed) {
+  ZnThread thread(0);
+  std::atomic<long> progress{0};
+  std::atomic<bool> stop{false};
+  znutil_test::FunctionWork work([&] {
+    while (!stop.load()) progress.fetch_add(1);  // never sleeps by itself
+  });
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
+  ASSERT_TRUE(Eventually([&] { return progress.load() > 0; }));
+  thread.Suspend();
+  // Held in a kernel wait, not spinning a core away.
+  EXPECT_TRUE(Eventually([&] { return znutil_test::Asleep(static_cast<long>(thread.GetId())); }));
+  EXPECT_TRUE(Frozen(progress));
+  thread.Resume();
+  long const resumedAt = progress.load();
+  EXPECT_TRUE(Eventually([&] { return progress.load() > resumedAt; }));
+  stop.store(true);
+  EXPECT_EQ(work.done.Wait(kGenerous), 0);
+  thread.SignalShutdown(true);
+}
+
 TEST(ZnNativeThreadTest, TerminateEndsAThreadWithoutItsEndOfThreadWork) {
   struct Phases : ZnThreadNotify {
     void Notify(int phase, ZnThread *) override { seen.fetch_or(1 << phase); }

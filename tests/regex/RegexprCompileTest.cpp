@@ -195,10 +195,10 @@ TEST(RegexprCompileTest, LimitsPendingAlternativesAndJumpLengths) {
     EXPECT_EQ(back.Error() == nullptr, n == 16382);
   }
   // Looking behind a $ at a lone backslash that ends the pattern reads
-  // nothing beyond its end.
-  std::unique_ptr<char[]> const trailing(new char[3]{'a', '$', '\\'});
+  // nothing beyond its end: the \) past it does not close a context.
+  std::unique_ptr<char[]> const trailing(new char[4]{'a', '$', '\\', ')'});
   regexpr_buffer buffer = {};
-  regexpr_set_syntax(kDefaultSyntax);
+  regexpr_set_syntax(kDefaultSyntax & ~SYNTAX_BARE_PARENS);
   EXPECT_STREQ(regexpr_compile(trailing.get(), 3, &buffer), "Badly placed special character");
   ZenoUtilFree(buffer.buffer);
 }

@@ -330,6 +330,7 @@ TEST(RegexprMatchTest, BadArgumentsAndPartialProgramsFindNothing) {
   EXPECT_EQ(regexpr_match(compiled.Buffer(), "a", 1, 2, nullptr), -1);
   EXPECT_EQ(regexpr_match(compiled.Buffer(), "a", -1, 0, nullptr), -1);
   EXPECT_EQ(regexpr_match_parts(compiled.Buffer(), nullptr, 3, "a", 1, 0, nullptr, 4), -1);
+  EXPECT_EQ(regexpr_search_parts(compiled.Buffer(), nullptr, 3, "a", 1, 0, 4, nullptr, 4), -1);
   EXPECT_EQ(regexpr_search(compiled.Buffer(), "a", 1, 1, -2147483647 - 1, nullptr), 0);
   EXPECT_EQ(regexpr_match_parts(compiled.Buffer(), "ba", 2, "a", 1, 1, nullptr, 99), 1) << "stop is cut to the text";
   for (char const *pattern : {"a(", "a|b\\0", "(a*\\0", "[a"}) {

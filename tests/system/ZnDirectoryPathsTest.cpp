@@ -49,6 +49,7 @@ TEST(ZnDirectoryPathsTest, CreateAbsolutePathResolvesAgainstBase) {
       {"\\tmp\\x", "..\\y", "\\tmp\\y"},
       {"\\tmp", "..\\..\\..", "\\"},
       {"", "x", "\\x"},
+      {"", "x.y", "\\x.y"},  // a dot after the first letter climbs nothing
       {"", "..\\x", "x"},
   };
   ExpectResults(&ZnDirectory::CreateAbsolutePath, cases);
