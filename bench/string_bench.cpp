@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 
 #include <znutil/containers/ZnDictionary.h>
+#include <znutil/containers/ZnHash.h>
 #include <znutil/text/ZnString.h>
 #include <znutil/text/ZnStringTokenizerCallBack.h>
 
@@ -147,10 +148,17 @@ void BM_DictionaryAdd(benchmark::State &state) {
   state.SetItemsProcessed(state.iterations() * 10000);
 }
 
+// std::unordered_map with the dictionary's hash (lookup2 of the text), to
+// tell the cost of the hash from that of the table's structure.
+struct Lookup2 {
+  std::size_t operator()(std::string const &key) const { return ZnHash(key.data(), static_cast<ZnULong>(key.size())); }
+};
+
+template <class Map>
 void BM_UnorderedMapAdd(benchmark::State &state) {
   std::vector<std::string> const keys = Keys();
   for (auto _ : state) {
-    std::unordered_map<std::string, void *> map;
+    Map map;
     for (std::string const &key : keys) map.emplace(key, &map);
     benchmark::DoNotOptimize(map);
   }
@@ -168,14 +176,18 @@ void BM_DictionaryFind(benchmark::State &state) {
   state.SetItemsProcessed(state.iterations() * 10000);
 }
 
+template <class Map>
 void BM_UnorderedMapFind(benchmark::State &state) {
   std::vector<std::string> const keys = Keys();
-  std::unordered_map<std::string, void *> map;
+  Map map;
   for (std::string const &key : keys) map.emplace(key, &map);
   for (auto _ : state)
     for (std::string const &key : keys) benchmark::DoNotOptimize(map.find(key));
   state.SetItemsProcessed(state.iterations() * 10000);
 }
+
+using StdMap = std::unordered_map<std::string, void *>;
+using Lookup2Map = std::unordered_map<std::string, void *, Lookup2>;
 
 BENCHMARK(BM_CopyZnString)->Arg(10)->Arg(100)->Arg(1000);
 BENCHMARK(BM_CopyStdString)->Arg(10)->Arg(100)->Arg(1000);
@@ -188,9 +200,11 @@ BENCHMARK(BM_TokenizeStdString);
 BENCHMARK(BM_AppendZnString);
 BENCHMARK(BM_AppendStdString);
 BENCHMARK(BM_DictionaryAdd);
-BENCHMARK(BM_UnorderedMapAdd);
+BENCHMARK_TEMPLATE(BM_UnorderedMapAdd, StdMap);
+BENCHMARK_TEMPLATE(BM_UnorderedMapAdd, Lookup2Map);
 BENCHMARK(BM_DictionaryFind);
-BENCHMARK(BM_UnorderedMapFind);
+BENCHMARK_TEMPLATE(BM_UnorderedMapFind, StdMap);
+BENCHMARK_TEMPLATE(BM_UnorderedMapFind, Lookup2Map);
 
 }  // namespace
 
