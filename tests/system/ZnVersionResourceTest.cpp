@@ -129,6 +129,19 @@ TEST(ZnVersionResourceTest, FindsOnlyEnglishTablesReachedByLengthPlusTwo) {
   }
 }
 
+TEST(ZnVersionResourceTest, FindsTheFixedPartBehindAKeyOfAnyLength) {
+  VersionNode const strings = StringFileInfo({Table(u"040904b0", {Text(u"Key", u"value")})});
+  for (std::u16string const key : {u"", u"VS_VERSION_INF", u"VS_VERSION_INFO", u"VS_VERSION_INFO_ab"}) {
+    VersionNode info = VersionInfo(0x00010002, 0x00030004, 0, 0, {strings});
+    info.key = key;
+    Bytes block = Serialize(info);
+    ZnVersionResource version(block.data());
+    std::string const where = "fixed part at " + std::to_string(FindFixedInfo(block));
+    EXPECT_EQ(version.GetFileVersion(), "1.2.3.4") << where;
+    EXPECT_EQ(u"value", Lookup(version, u"Key")) << where;
+  }
+}
+
 TEST(ZnVersionResourceTest, UnboundObjectsHaveNothing) {
   Bytes const noSignature = Serialize(VersionNode{u"VS_VERSION_INFO", Bytes(52, 0x11), 52, 0, {}, -1});
   Bytes block = noSignature;
