@@ -306,6 +306,21 @@ TEST(ZnNativeThreadTest, MessagesReachLibraryThreadsOnly) {
   EXPECT_EQ(received[0].wParam, 7u);
   EXPECT_EQ(received[0].lParam, -9);
   EXPECT_EQ(received[1].message, WM_QUIT);
+
+  // A timed wait takes a message posted while it waits.
+  std::atomic<bool> waiting{false};
+  std::thread poster([&] {
+    EXPECT_TRUE(Eventually([&] { return waiting.load(); }));
+    EXPECT_TRUE(thread.PostThreadMessageA(0x401, 0, 0));
+  });
+  WaitResult late = WaitResult::kFailed;
+  EXPECT_TRUE(RunOn(thread, [&] {
+    ThreadMessage message;
+    waiting.store(true);
+    late = GetThreadMessage(&message, kGenerous);
+  }));
+  poster.join();
+  EXPECT_EQ(late, WaitResult::kSignalled);
   thread.SignalShutdown(true);
   EXPECT_FALSE(thread.PostThreadMessageA(0x400, 0, 0));  // its queue went with it
 

@@ -73,7 +73,9 @@ TEST_F(LoggerTest, RefilledRowsPopUpOncePerPass) {
 TEST_F(LoggerTest, WindowOutputShowAndHide) {
   ZnLogger::Initialize();
   ASSERT_TRUE(WaitFor([] { return ZnLogger::LoggerWindow() != nullptr; }));
-  EXPECT_TRUE(Frame().bIcon);
+  Snapshot first;
+  EXPECT_TRUE(ZnLoggerFrame::Capture(&first)) << "there is a frame to capture";
+  EXPECT_TRUE(first.bIcon);
   ZnLogger::EnableWindowOutput(false);
   Snapshot const seen = LogAndWait(ZnLogger::kError | ZnLogger::kLoud, "Off", "loud");
   EXPECT_FALSE(seen.bVisible);

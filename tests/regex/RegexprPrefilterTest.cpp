@@ -50,6 +50,10 @@ TEST(RegexprPrefilterTest, SuitsProgramsWithoutLoopsBeforeTheSecondByte) {
   for (char const *pattern : {"a*b", "(a|)*b", "a?", "a(b?)*c"}) {
     EXPECT_FALSE(Filtered(pattern).suits) << pattern;
   }
+  RegexprPrefilter none;
+  unsigned char const program[] = {0};
+  EXPECT_FALSE(znutil::detail::BuildRegexprPrefilter(nullptr, 8, &none)) << "no program";
+  EXPECT_FALSE(znutil::detail::BuildRegexprPrefilter(program, 0, &none)) << "an empty program";
   Filtered words("river|ocean");
   EXPECT_TRUE(words.filter.Allows('R', 'i'));
   EXPECT_TRUE(words.filter.Allows('o', 'C'));

@@ -113,6 +113,9 @@ TEST(ZnVersionResourceTest, FindsOnlyEnglishTablesReachedByLengthPlusTwo) {
       {"behind a child of length 2 mod 4", {odd, StringFileInfo({table(u"040904b0")})}, true},
       {"behind a table of length 0 mod 4", {StringFileInfo({even, table(u"040904b0")})}, false},
       {"behind a table of length 2 mod 4", {StringFileInfo({Table(u"040704b0", {odd}), table(u"040904b0")})}, true},
+      {"in a second StringFileInfo",
+       {StringFileInfo({Table(u"040704b0", {odd})}), StringFileInfo({table(u"040904b0")})},
+       true},
       {"the first of two",
        {StringFileInfo({Table(u"040904b0", {Text(u"Key", u"value"), odd})}),
         StringFileInfo({Table(u"040904E4", {Text(u"Key", u"later")})})},
@@ -123,6 +126,19 @@ TEST(ZnVersionResourceTest, FindsOnlyEnglishTablesReachedByLengthPlusTwo) {
     ZnVersionResource version(block.data());
     EXPECT_EQ(c.found ? u"value" : u"<null>", Lookup(version, u"Key")) << c.what;
     EXPECT_EQ(version.GetFileVersion(), "1.2.3.4") << c.what;
+  }
+}
+
+TEST(ZnVersionResourceTest, FindsTheFixedPartBehindAKeyOfAnyLength) {
+  VersionNode const strings = StringFileInfo({Table(u"040904b0", {Text(u"Key", u"value")})});
+  for (std::u16string const key : {u"", u"VS_VERSION_INF", u"VS_VERSION_INFO", u"VS_VERSION_INFO_ab"}) {
+    VersionNode info = VersionInfo(0x00010002, 0x00030004, 0, 0, {strings});
+    info.key = key;
+    Bytes block = Serialize(info);
+    ZnVersionResource version(block.data());
+    std::string const where = "fixed part at " + std::to_string(FindFixedInfo(block));
+    EXPECT_EQ(version.GetFileVersion(), "1.2.3.4") << where;
+    EXPECT_EQ(u"value", Lookup(version, u"Key")) << where;
   }
 }
 

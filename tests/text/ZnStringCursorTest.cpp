@@ -28,6 +28,9 @@ TEST(ZnStringCursorTest, PositionInsideATabSnapsToItsStart) {
   EXPECT_EQ(cursor.CharPos(), 1u);
   EXPECT_EQ(text.CuSetCursorPos(40, &cursor), 40u);
   EXPECT_EQ(cursor.CharPos(), 3u) << "beyond the end the character position stays at the length";
+  text << "cd";  // the cursor keeps the width it was bound with, 10
+  EXPECT_EQ(text.CuSetCursorPos(10, &cursor), 10u);
+  EXPECT_EQ(cursor.CharPos(), 5u) << "from the bound width on, the character position is the length";
   cursor.Reset();
   EXPECT_EQ(cursor.CharPos(), 0u);
   EXPECT_EQ(cursor.CursorPos(), 0u);

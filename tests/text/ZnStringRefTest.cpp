@@ -26,6 +26,10 @@ TEST(ZnStringRefTest, ConstructorsSizeTheBuffer) {
   EXPECT_STREQ(exact.GetInternal(), "abc");
   EXPECT_EQ(exact.GetLength(), 3);
   EXPECT_EQ(exact.GetMaxLength(), 3) << "substrings have no slack";
+  ZnStringRef padded("abc", 2000);  // a buffer of the C heap, which has no room to spare
+  EXPECT_STREQ(padded.GetInternal(), "abc");
+  EXPECT_EQ(padded.GetLength(), 2000);
+  EXPECT_EQ(padded.GetInternal()[1999], '\0') << "padded with NULs to the count";
   { ZnStringRef const dirty(std::string(100, 'x').c_str()); }  // leaves a written block of room's size
   ZnStringRef room(100);
   EXPECT_STREQ(room.GetInternal(), "");
@@ -120,6 +124,20 @@ TEST(ZnStringRefTest, AppendPrependAndReplace) {
   EXPECT_STREQ(shortRef.GetInternal(), "abXY") << "a range beyond the text stays inside the buffer";
   shortRef.ReplaceString(ZnStringRef("_"), -3, 1);
   EXPECT_STREQ(shortRef.GetInternal(), "_bXY");
+
+  std::string const longText(1100, 'a');
+  ZnStringRef large(longText.c_str(), 1100);
+  large.ReplaceString(ZnStringRef("bc"), 1, 1);  // outgrows a buffer of the C heap
+  EXPECT_EQ(std::string(large.GetInternal()), "abc" + longText.substr(2));
+}
+
+TEST(ZnStringRefTest, InternalAppendAddsAtTheFirstNulAndStopsAtTheBuffer) {
+  ZnStringRef ref("ab", 6);
+  ref.AppendToInternal("cd", 0);
+  EXPECT_STREQ(ref.GetInternal(), "abcd");
+  ref.AppendToInternal("efgh", 3);
+  EXPECT_STREQ(ref.GetInternal(), "abcdef") << "cut at the end of the buffer";
+  EXPECT_EQ(ref.GetMaxLength(), 6);
 }
 
 TEST(ZnStringRefTest, AppendingItselfIsSafe) {

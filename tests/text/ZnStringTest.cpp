@@ -66,6 +66,16 @@ TEST(ZnStringTest, CopiesShareUntilOneIsWritten) {
   copy = ZnString("other");
   EXPECT_FALSE(Allocates([&] { original << "."; })) << "assigning over the copy gave up its share";
 
+  ZnString plain("plain");
+  ZnString converted(plain);
+  static_cast<unsigned short const *>(converted);
+  EXPECT_FALSE(Allocates([&] { plain << "+"; })) << "converting the copy to a pointer gave up its share";
+  ZnString compacted(converted);
+  compacted.Compact();
+  EXPECT_FALSE(Allocates([&] { converted << "-"; })) << "compacting the copy gave up its share";
+  EXPECT_EQ(compacted, "plain");
+  EXPECT_EQ(converted, "plain-");
+
   ZnString abc("abc");
   ZnString written(abc);
   written.SetCharacter(0, 'x');

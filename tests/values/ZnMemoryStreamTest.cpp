@@ -44,6 +44,11 @@ TEST(ZnMemoryStreamTest, CallersBlockNeverGrowsAndSeeksStayStrictlyInside) {
   EXPECT_EQ(Thrown([&] { stream.Seek(-1); }), ZnStreamSeekError);
   EXPECT_EQ(Contents(stream), "");
 
+  char one = 0;
+  ZnMemoryStream single(&one, 1);
+  EXPECT_EQ(Thrown([&] { single << 'a'; }), ZnStreamOk) << "a one-byte block holds one byte";
+  EXPECT_EQ(one, 'a');
+  EXPECT_EQ(Thrown([&] { single << 'b'; }), ZnStreamWriteError);
   ZnMemoryStream none(block, -4);  // a negative size is an empty block
   EXPECT_EQ(Thrown([&] { none << 'z'; }), ZnStreamWriteError);
   EXPECT_EQ(Thrown([&] { none.Seek(0); }), ZnStreamSeekError);
