@@ -127,11 +127,9 @@ void Grow(ZnFixedBlockSizeClass *sizeClass) {
 void TakeOverRemoteFrees(ZnFixedBlockSizeClass *sizeClass) {
   ZnFixedBlockHeader *first = sizeClass->pRemoteFreeHead.exchange(nullptr, std::memory_order_acquire);
   ZnFixedBlockHeader *last = first;
-  std::uint32_t count = 1;
-  for (; last->pNext != nullptr; last = last->pNext) ++count;
+  while (last->pNext != nullptr) last = last->pNext;
   last->pNext = sizeClass->pFreeHead;
   sizeClass->pFreeHead = first;
-  sizeClass->udwBlocksInUse -= count;
 }
 
 // Run by the bound thread before each pop and push of its own list.
@@ -157,7 +155,6 @@ void PushOwnFree(ZnFixedBlockSizeClass *sizeClass, ZnFixedBlockHeader *block) {
   CatchUpWithRemoteFrees(sizeClass);
   block->pNext = sizeClass->pFreeHead;
   sizeClass->pFreeHead = block;
-  --sizeClass->udwBlocksInUse;
 }
 
 // No pop ever races with this push: the bound thread takes the whole list
@@ -209,7 +206,6 @@ void *ZnFixedBlockAllocator::Alloc(unsigned long size) {
   block->ucHeapIndex = heap->ucHeapIndex;
   block->uwSizeClassIndex = static_cast<std::uint16_t>(index);
   block->pNext = nullptr;
-  ++sizeClass->udwBlocksInUse;
   return HandOut(block);
 }
 

@@ -40,8 +40,6 @@ struct ZnFixedBlockSizeClass {
   ZnFixedBlockHeader *pFreeHead = nullptr;
   std::uint32_t udwUnusedCount;
   char *pNextUnused;
-  // Frees from other threads count when their list is taken over.
-  std::uint32_t udwBlocksInUse = 0;
   ZnFixedBlockChunk *pFirstChunk;
   ZnFixedBlockChunk *pLastChunk;
   // Newest first. On a cache line of its own, so that pushes from other
