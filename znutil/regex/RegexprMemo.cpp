@@ -40,6 +40,9 @@ bool RegexprMemo::Prepare(unsigned char const *program, int used, int positions)
   for (at = 0; at < used; at += kInstructionSize[program[at]]) {
     if (!IsJump(program[at])) continue;
     int const target = JumpTarget(program, at);
+    // Only a failed compile leaves such a jump: it fails where it stands and
+    // leads nowhere, so it adds no state to remember.
+    if (target < 0 || target > used) continue;
     if (!mark(target)) return false;
     // A star_jump may become an op_branch_update that enters the operand.
     if (program[at] == star_jump && target < used && program[target] == op_branch && !mark(target + 3)) return false;
