@@ -82,6 +82,7 @@ TEST(RegexprCompileTest, EmitsTheByteProgramOfEachConstruct) {
       {"\\(a\\)\\|b", 0,
        Program({Jump(kBranch, 9), Op(kGroupOpen, 1), Char('a'), Op(kGroupClose, 1), Jump(kJump, 2), Char('b'),
                 Op(kEnd)})},
+      {"a$\\|b", 0, Program({Jump(kBranch, 6), Char('a'), Op(kLineEnd), Jump(kJump, 2), Char('b'), Op(kEnd)})},
       {"a\\+", SYNTAX_QUOTED_PLUS_QM,
        Program({Jump(kBranchEnter, 3), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Op(kEnd)})},
       {"a+\\n", 0, Program({Jump(kBranchEnter, 3), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Char('n'),
