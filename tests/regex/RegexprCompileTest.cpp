@@ -208,6 +208,11 @@ TEST(RegexprCompileTest, KeepsThePartialProgramOnErrorAndGrowsBy256PlusTheReques
   Compiled partial("ab\\0");
   EXPECT_STREQ(partial.Error(), "Bad match register number");
   EXPECT_EQ(partial.ProgramBytes(), Program({Char('a'), Char('b')}));
+  // An alternative still open when a group is left open keeps its jump to the next instruction.
+  Compiled unclosed("(a)|(b");
+  EXPECT_STREQ(unclosed.Error(), "Badly placed parenthesis");
+  EXPECT_EQ(unclosed.ProgramBytes(), Program({Jump(kBranch, 9), Op(kGroupOpen, 1), Char('a'), Op(kGroupClose, 1),
+                                              Jump(kJump, 0), Op(kGroupOpen, 2), Char('b')}));
   EXPECT_GE(partial.Buffer()->allocated, 256);
   Compiled compiled(std::string(127, 'a') + "b");  // 256 bytes of op_char, then op_end
   EXPECT_EQ(compiled.Buffer()->used, 257);
