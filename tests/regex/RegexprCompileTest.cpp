@@ -217,6 +217,9 @@ TEST(RegexprCompileTest, KeepsThePartialProgramOnErrorAndGrowsBy256PlusTheReques
   Compiled compiled(std::string(127, 'a') + "b");  // 256 bytes of op_char, then op_end
   EXPECT_EQ(compiled.Buffer()->used, 257);
   EXPECT_EQ(compiled.Buffer()->allocated, 256 + 256 + 1);
+  Compiled set(std::string(111, 'a') + ".[a]");  // the set's 33 bytes end the first 256 exactly
+  EXPECT_EQ(set.Buffer()->used, 257);
+  EXPECT_EQ(set.Buffer()->allocated, 256 + 256 + 1) << "only op_end asked for more";
 }
 
 TEST(RegexprCompileTest, TranslatesPatternBytes) {
