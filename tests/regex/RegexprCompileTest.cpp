@@ -3,6 +3,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -275,9 +276,13 @@ TEST(RegexprCompileTest, FirstMapTellsWhereAMatchCanBegin) {
     EXPECT_EQ(buffer->anchor, c.anchor) << c.pattern;
     EXPECT_EQ(buffer->first_map_valid, 1);
   }
-  Compiled words("\\w", kWordSyntax);
-  words.AddFirstMap();
-  EXPECT_EQ(std::count(words.Buffer()->first_map, words.Buffer()->first_map + 256, 1), 62);
+  // 62 word characters; \W takes the other 194, also behind an alternative.
+  std::pair<char const *, int> const wordCases[] = {{"\\w", 62}, {"\\W", 194}, {"a|\\W", 196}};
+  for (auto const &[pattern, members] : wordCases) {
+    Compiled words(pattern, kWordSyntax);
+    words.AddFirstMap();
+    EXPECT_EQ(std::count(words.Buffer()->first_map, words.Buffer()->first_map + 256, 1), members) << pattern;
+  }
 
   std::string longPattern;  // a program long enough that the map needs scratch space of its own
   for (int i = 0; i < 3000; ++i) longPattern += "a?";
