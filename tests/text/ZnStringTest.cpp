@@ -104,6 +104,9 @@ TEST(ZnStringTest, SizeHints) {
   EXPECT_EQ(left.MaxLength(), 3) << "substrings have no slack";
   left << "d";
   EXPECT_EQ(left.MaxLength(), 4 + 32);
+  ZnString untouched;
+  EXPECT_FALSE(untouched.SetCharacter(0, 'x'));
+  EXPECT_EQ(untouched.MaxLength(), 32) << "a write outside an empty string asks for no room";
 }
 
 TEST(ZnStringTest, AssignmentFromText) {
