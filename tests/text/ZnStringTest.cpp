@@ -86,6 +86,10 @@ TEST(ZnStringTest, CopiesShareUntilOneIsWritten) {
   replaced.ReplaceString(ZnString("X"), 1, 1);
   EXPECT_EQ(replaced, "aXc");
   EXPECT_EQ(abc, "abc");
+  ZnString prepended(abc);
+  prepended >> "<" >> ZnString("[");
+  EXPECT_EQ(prepended, "[<abc");
+  EXPECT_EQ(abc, "abc");
 }
 
 TEST(ZnStringTest, SizeHints) {
