@@ -71,6 +71,13 @@ TEST_F(ZnRegVariableTest, SetCreatesTheKeyWithItsParentsAndTheTextReadsBack) {
   EXPECT_EQ(std::memcmp(text, "red", 4), 0);
   EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
   EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
+
+  // A value straight under a root makes the root's folder first.
+  for (HKEY root : {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS}) {
+    EXPECT_EQ(RegSetValueExA(root, "Direct", 0, REG_SZ, reinterpret_cast<BYTE const *>("on"), 3), ERROR_SUCCESS)
+        << root;
+    EXPECT_EQ(RegQueryValueExA(root, "direct", nullptr, &type, nullptr, &size), ERROR_SUCCESS) << root;
+  }
 }
 
 TEST_F(ZnRegVariableTest, WhatIsNotTextOrIsMissingReadsAsEmpty) {

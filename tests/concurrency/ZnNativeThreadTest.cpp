@@ -164,28 +164,29 @@ TEST(ZnNativeThreadTest, TerminateReachesASuspendedRunningThread) {
 // A thread is not cancelled while it holds a critical section at any level;
 // its first wait after it left the last level ends it.
 TEST(ZnNativeThreadTest, TerminateWaitsUntilTheLastCriticalSectionIsLeft) {
-  ZnCriticalSection section;
-  ZnEvent holding(true), go(true), never(true);
-  std::atomic<int> reached{0};
-  znutil_test::FunctionWork work([&] {
-    section.Enter();
-    section.Enter();
-    holding.Signal();
-    go.Wait(INFINITE);
-    section.Leave();
-    never.Wait(1);
-    reached = 1;
-    section.Leave();
-    never.Wait(1);
-    reached = 2;
-  });
-  ZnThread thread(0);
-  ASSERT_TRUE(thread.AssignWork(&work, 0));
-  ASSERT_EQ(holding.Wait(kGenerous), 0);
-  thread.Terminate(0);
-  go.Signal();
-  ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
-  EXPECT_EQ(reached.load(), 1);
+  for (int levels : {1, 2}) {
+    ZnCriticalSection section;
+    ZnEvent holding(true), go(true), never(true);
+    std::atomic<int> reached{0};
+    znutil_test::FunctionWork work([&] {
+      for (int level = 0; level < levels; ++level) section.Enter();
+      holding.Signal();
+      go.Wait(INFINITE);
+      reached = 1;
+      for (int level = 0; level < levels; ++level) {
+        section.Leave();
+        never.Wait(1);
+        ++reached;
+      }
+    });
+    ZnThread thread(0);
+    ASSERT_TRUE(thread.AssignWork(&work, 0));
+    ASSERT_EQ(holding.Wait(kGenerous), 0);
+    thread.Terminate(0);
+    go.Signal();
+    ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
+    EXPECT_EQ(reached.load(), levels) << levels << " levels: ended by the wait after the last Leave";
+  }
 }
 
 TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {

@@ -123,6 +123,14 @@ TEST(ZnCfgFileTest, MachineFallBackAndItsEffectOnSet) {
       "\"Port\" (alpha7) =(integer) 8081\r\n"
       "\r\n",
       file.Disk());
+  // Each name under one machine alone: an entry of another machine is no entry here.
+  LoadedFile single(scratch / "single.cfg",
+                    "section \"Net\"\n\"Port\" (other) = (integer) 1\n\"ab\" (c) = (integer) 3\n");
+  EXPECT_EQ(2u, single->GetIntegerEntry("Net", "Port", "mine", &port));
+  EXPECT_EQ(0u, single->GetIntegerEntry("Net", "Port", "OTHER", &port));
+  EXPECT_EQ(1, port);
+  EXPECT_EQ(0u, single->GetIntegerEntry("Net", "a", "bc", &port));
+  EXPECT_EQ(3, port);
 }
 
 TEST(ZnCfgFileTest, SetWithoutTreeMakesTreeAndCanChangeType) {

@@ -109,6 +109,11 @@ TEST(ZnOrderedListTest, WalksStartAnywhereAndStayAtTheEnds) {
   EXPECT_EQ(tree.GetFirst(position), AsItem(1));
   EXPECT_EQ(CountOf(position.OwnedData()), 1);
   EXPECT_EQ(tree.Find(AsItem(51), order), nullptr);
+  int marker = 0;
+  ZnListContext reused(&marker);  // as a hash table walk leaves a context
+  reused.SetKey(&marker);
+  EXPECT_EQ(tree.GetFirst(reused), AsItem(1));
+  EXPECT_TRUE(reused == NULL_CONTEXT && reused.Key() == nullptr) << "a walk clears the position and key it finds";
 }
 
 TEST(ZnOrderedListTest, IterateAndClearVisitEveryItem) {

@@ -1,6 +1,7 @@
 #include <znutil/memory/ZnMemBlock.h>
 
 #include <cstring>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -59,6 +60,10 @@ TEST(ZnMemBlockTest, DownwardBlockGrowsFromTheEndBelowAGuardPage) {
   EXPECT_EQ(block.Dealloc(page, &got), end - 3 * page);
   EXPECT_EQ(got, page);
   block.ResetGuardPage();
+  std::string const style = GTEST_FLAG_GET(death_test_style);
+  GTEST_FLAG_SET(death_test_style, "threadsafe");  // other tests here leave threads behind
+  EXPECT_DEATH(*static_cast<char volatile *>(end - 3 * page) = 3, "") << "the new top is a guard page again";
+  GTEST_FLAG_SET(death_test_style, style);
 }
 
 TEST(ZnMemBlockTest, AssignmentSharesTheReservation) {

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,7 @@ TEST(RegexprCompileTest, EmitsTheByteProgramOfEachConstruct) {
       {"\\(a\\)\\|b", 0,
        Program({Jump(kBranch, 9), Op(kGroupOpen, 1), Char('a'), Op(kGroupClose, 1), Jump(kJump, 2), Char('b'),
                 Op(kEnd)})},
+      {"a$\\|b", 0, Program({Jump(kBranch, 6), Char('a'), Op(kLineEnd), Jump(kJump, 2), Char('b'), Op(kEnd)})},
       {"a\\+", SYNTAX_QUOTED_PLUS_QM,
        Program({Jump(kBranchEnter, 3), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Op(kEnd)})},
       {"a+\\n", 0, Program({Jump(kBranchEnter, 3), Jump(kBranch, 5), Char('a'), Jump(kStarJump, -8), Char('n'),
@@ -207,10 +209,18 @@ TEST(RegexprCompileTest, KeepsThePartialProgramOnErrorAndGrowsBy256PlusTheReques
   Compiled partial("ab\\0");
   EXPECT_STREQ(partial.Error(), "Bad match register number");
   EXPECT_EQ(partial.ProgramBytes(), Program({Char('a'), Char('b')}));
+  // An alternative still open when a group is left open keeps its jump to the next instruction.
+  Compiled unclosed("(a)|(b");
+  EXPECT_STREQ(unclosed.Error(), "Badly placed parenthesis");
+  EXPECT_EQ(unclosed.ProgramBytes(), Program({Jump(kBranch, 9), Op(kGroupOpen, 1), Char('a'), Op(kGroupClose, 1),
+                                              Jump(kJump, 0), Op(kGroupOpen, 2), Char('b')}));
   EXPECT_GE(partial.Buffer()->allocated, 256);
   Compiled compiled(std::string(127, 'a') + "b");  // 256 bytes of op_char, then op_end
   EXPECT_EQ(compiled.Buffer()->used, 257);
   EXPECT_EQ(compiled.Buffer()->allocated, 256 + 256 + 1);
+  Compiled set(std::string(111, 'a') + ".[a]");  // the set's 33 bytes end the first 256 exactly
+  EXPECT_EQ(set.Buffer()->used, 257);
+  EXPECT_EQ(set.Buffer()->allocated, 256 + 256 + 1) << "only op_end asked for more";
 }
 
 TEST(RegexprCompileTest, TranslatesPatternBytes) {
@@ -266,9 +276,13 @@ TEST(RegexprCompileTest, FirstMapTellsWhereAMatchCanBegin) {
     EXPECT_EQ(buffer->anchor, c.anchor) << c.pattern;
     EXPECT_EQ(buffer->first_map_valid, 1);
   }
-  Compiled words("\\w", kWordSyntax);
-  words.AddFirstMap();
-  EXPECT_EQ(std::count(words.Buffer()->first_map, words.Buffer()->first_map + 256, 1), 62);
+  // 62 word characters; \W takes the other 194, also behind an alternative.
+  std::pair<char const *, int> const wordCases[] = {{"\\w", 62}, {"\\W", 194}, {"a|\\W", 196}};
+  for (auto const &[pattern, members] : wordCases) {
+    Compiled words(pattern, kWordSyntax);
+    words.AddFirstMap();
+    EXPECT_EQ(std::count(words.Buffer()->first_map, words.Buffer()->first_map + 256, 1), members) << pattern;
+  }
 
   std::string longPattern;  // a program long enough that the map needs scratch space of its own
   for (int i = 0; i < 3000; ++i) longPattern += "a?";

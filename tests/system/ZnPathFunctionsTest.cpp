@@ -17,6 +17,7 @@ using namespace znutil_test;
 
 TEST(ZnPathFunctionsTest, CopyFileCopiesBytesAndModeAndReplacesButRefusesFoldersMissingFilesAndItself) {
   ScratchDirectory scratch;
+  long const descriptors = OpenDescriptors();
   std::string const bytes("#!/bin/sh\0binary", 16);
   std::string source = WriteFile(scratch / "tool.sh", bytes);
   fs::permissions(source, fs::perms::owner_all | fs::perms::group_read);
@@ -35,6 +36,7 @@ TEST(ZnPathFunctionsTest, CopyFileCopiesBytesAndModeAndReplacesButRefusesFolders
   EXPECT_FALSE(ZnCopyFile(LibraryPath(source), LibraryPath(source)));
   EXPECT_FALSE(ZnCopyFile(LibraryPath(source), LibraryPath(scratch / "folder/../keep.txt")));
   EXPECT_EQ(ReadFile(source), "kept");
+  EXPECT_EQ(OpenDescriptors(), descriptors) << "every copy closed its files, refused or not";
 }
 
 TEST(ZnPathFunctionsTest, DoesFileExistOnlyForReadableFiles) {

@@ -54,6 +54,9 @@ TEST(ZnStringFastPathTest, SearchFollowsTheCRulesWhereverANulHides) {
   appended << '\0' << "needle";
   ZnString copied(WithNul("xy needle", 1));
   copied << "!";  // a private copy keeps what its source was
+  ZnString const nulOnly(WithNul("x", 0));
+  ZnString copiedNul(nulOnly);
+  copiedNul << "needle";  // as does the copy of a one-byte text
   ZnString truncated(WithNul("needle xy", 7));
   truncated.Truncate(8);  // measured again: "needle "
   struct Case {
@@ -69,6 +72,7 @@ TEST(ZnStringFastPathTest, SearchFollowsTheCRulesWhereverANulHides) {
       {WithNul("abc needle", 1), ZnString("needle"), 2, 4},
       {appended, ZnString("needle"), 0, -1},
       {copied, ZnString("needle"), 0, -1},
+      {copiedNul, ZnString("needle"), 0, -1},
       {ZnString("abc needle").LeftString(9), ZnString("needl"), 0, 4},
       {WithNul("abc needle", 2).LeftString(9), ZnString("needl"), 0, -1},
       {truncated, ZnString("needle"), 0, 0},

@@ -130,6 +130,7 @@ TEST(ZnStringFormatTest, ExpandTabsReachesTheNextStop) {
   ZnString copy(shared);
   copy.ExpandTabs(2);
   EXPECT_EQ(copy, "  x");
+  EXPECT_EQ(copy.MaxLength(), 2 - 1 + 2 + 32) << "room for tab size - tabs + length, as the program reckons it";
   EXPECT_EQ(shared, "\tx");
 }
 

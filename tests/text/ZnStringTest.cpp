@@ -86,6 +86,10 @@ TEST(ZnStringTest, CopiesShareUntilOneIsWritten) {
   replaced.ReplaceString(ZnString("X"), 1, 1);
   EXPECT_EQ(replaced, "aXc");
   EXPECT_EQ(abc, "abc");
+  ZnString prepended(abc);
+  prepended >> "<" >> ZnString("[");
+  EXPECT_EQ(prepended, "[<abc");
+  EXPECT_EQ(abc, "abc");
 }
 
 TEST(ZnStringTest, SizeHints) {
@@ -104,6 +108,9 @@ TEST(ZnStringTest, SizeHints) {
   EXPECT_EQ(left.MaxLength(), 3) << "substrings have no slack";
   left << "d";
   EXPECT_EQ(left.MaxLength(), 4 + 32);
+  ZnString untouched;
+  EXPECT_FALSE(untouched.SetCharacter(0, 'x'));
+  EXPECT_EQ(untouched.MaxLength(), 32) << "a write outside an empty string asks for no room";
 }
 
 TEST(ZnStringTest, AssignmentFromText) {
