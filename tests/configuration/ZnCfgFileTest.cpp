@@ -206,16 +206,21 @@ TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughLinks) {
   EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 2\r\n\r\n", ReadFile(target));
   EXPECT_EQ(fs::perms::owner_read | fs::perms::owner_write,
             fs::status(target).permissions());
-  // A link to a file not made yet (through a relative link) makes it.
-  fs::create_symlink("dangling.cfg", scratch / "hop.cfg");
-  fs::create_symlink("hop.cfg", scratch / "new.cfg");
-  ZnCfgFile fresh(LibraryPath(scratch / "new.cfg"));
+  // A chain of relative links to a file not made yet, as long as the
+  // kernel follows (40), makes the file and keeps every link.
+  std::string next = "dangling.cfg";
+  for (int hop = 40; hop >= 1; --hop) {
+    std::string const name = "hop" + std::to_string(hop) + ".cfg";
+    fs::create_symlink(next, scratch / name);
+    next = name;
+  }
+  ZnCfgFile fresh(LibraryPath(scratch / "hop1.cfg"));
   mode_t const umaskBefore = umask(022);  // a new file gets what the umask leaves
   EXPECT_TRUE(fresh.Flush());
   umask(umaskBefore);
   EXPECT_EQ(fs::perms(0644), fs::status(scratch / "dangling.cfg").permissions());
-  EXPECT_TRUE(fs::is_symlink(scratch / "new.cfg"));
-  EXPECT_TRUE(fs::is_symlink(scratch / "hop.cfg"));
+  EXPECT_TRUE(fs::is_symlink(scratch / "hop1.cfg"));
+  EXPECT_TRUE(fs::is_symlink(scratch / "hop40.cfg"));
   EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(scratch / "dangling.cfg")));
 }
 

@@ -31,7 +31,8 @@ std::string FolderOf(std::string const &path) { return path.substr(0, path.rfind
 std::string FollowLinks(std::string const &path) {
   std::string at = path;
   char target[PATH_MAX];
-  for (int hop = 0; hop < kMostLinks; ++hop) {
+  // As many links as the kernel follows, and one more look to find the end.
+  for (int hop = 0; hop <= kMostLinks; ++hop) {
     ssize_t const length = readlink(at.c_str(), target, sizeof target - 1);
     if (length < 0) return errno == EINVAL || errno == ENOENT ? at : path;
     std::string const next(target, static_cast<std::size_t>(length));
