@@ -6,8 +6,9 @@
 //     bool Add(IntItem *item) { ZnHashTableItem *old; return AddItem(item, old) == ZnHTSuccess; }
 //   };
 //
-// A bucket is a run of inline cells in one flat array (cell (b, s) at
-// b * slots + s), then an overflow chain of nodes from ZnFixedBlockAllocator.
+// A bucket is a run of inline cells, then an overflow chain of nodes from
+// ZnFixedBlockAllocator. The cells lie in one array: the first cell of every
+// bucket together, then the other cells bucket by bucket.
 // Cells are kept packed: a bucket fills from slot 0 without holes, and its
 // chain exists only behind a full bucket. Each cell and node keeps its
 // item's hash, so that a probe calls Equals only on a matching hash, and a

@@ -32,17 +32,17 @@ bool RegexprMemo::Prepare(unsigned char const *program, int used, int positions)
   }
   boundary[static_cast<std::size_t>(used)] = 1;  // a jump there runs off the end and fails
   join_.assign(static_cast<std::size_t>(used) + 1, -1);
+  // Only a failed compile leaves a jump outside the program: it fails where
+  // it stands and leads nowhere, so it adds no state to remember.
   auto mark = [&](int target) {
-    if (target < 0 || target > used || !boundary[static_cast<std::size_t>(target)]) return false;
+    if (target < 0 || target > used) return true;
+    if (!boundary[static_cast<std::size_t>(target)]) return false;
     if (target < used && join_[static_cast<std::size_t>(target)] < 0) join_[static_cast<std::size_t>(target)] = joins_++;
     return true;
   };
   for (at = 0; at < used; at += kInstructionSize[program[at]]) {
     if (!IsJump(program[at])) continue;
     int const target = JumpTarget(program, at);
-    // Only a failed compile leaves such a jump: it fails where it stands and
-    // leads nowhere, so it adds no state to remember.
-    if (target < 0 || target > used) continue;
     if (!mark(target)) return false;
     // A star_jump may become an op_branch_update that enters the operand.
     if (program[at] == star_jump && target < used && program[target] == op_branch && !mark(target + 3)) return false;

@@ -48,19 +48,18 @@ class StableText {
 
 }  // namespace
 
-ZnStringRef::ZnStringRef() : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) { MakeCopy(""); }
+ZnStringRef::ZnStringRef() : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) { MakeCopy(""); }
 
-ZnStringRef::ZnStringRef(char const *text) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
+ZnStringRef::ZnStringRef(char const *text) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) {
   MakeCopy(text);
 }
 
-ZnStringRef::ZnStringRef(unsigned short const *text)
-    : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
+ZnStringRef::ZnStringRef(unsigned short const *text) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) {
   MakeCopy(text);
 }
 
 ZnStringRef::ZnStringRef(char const *text, int n)
-    : pcBuffer(NewBuffer(Clamp(n))), iLength(Clamp(n)), iMaxLength(Clamp(n)), iCount(0), bNulFree(false) {
+    : pcBuffer(NewBuffer(Clamp(n))), iLength(Clamp(n)), iMaxLength(Clamp(n)), iCount(0) {
   // strncpy, which pads with NULs where the text is shorter than n.
   char const *source = text != nullptr ? text : "";
   std::size_t const kept = strnlen(source, static_cast<std::size_t>(iLength));
@@ -69,8 +68,7 @@ ZnStringRef::ZnStringRef(char const *text, int n)
   bNulFree = kept == static_cast<std::size_t>(iLength);
 }
 
-ZnStringRef::ZnStringRef(ZnStringRef const &other)
-    : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0), bNulFree(false) {
+ZnStringRef::ZnStringRef(ZnStringRef const &other) : pcBuffer(nullptr), iLength(0), iMaxLength(0), iCount(0) {
   MakeCopy(other);
 }
 

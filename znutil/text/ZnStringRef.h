@@ -127,7 +127,7 @@ class ZNUTIL_API ZnStringRef {
   int iCount;
   /// True only when the buffer is set and no NUL lies before length, so that
   /// the text is exactly `length` characters. False wherever that is unknown.
-  bool bNulFree;
+  bool bNulFree = false;
 };
 
 #endif  // ZNUTIL_TEXT_ZNSTRINGREF_H

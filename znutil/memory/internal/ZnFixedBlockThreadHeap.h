@@ -6,7 +6,6 @@
 #include <atomic>
 #include <cstdint>
 
-
 class ZnMemBlock;
 
 namespace znutil {
