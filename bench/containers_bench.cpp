@@ -8,6 +8,7 @@
 #include <map>
 #include <random>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -183,6 +184,49 @@ void BM_StdUnorderedMap_Find(benchmark::State &state) {
 using StdHashMap = std::unordered_map<int, void *>;
 using Lookup2Map = std::unordered_map<int, void *, Lookup2>;
 
+// The standard table over the same items, asked through their virtual Hash
+// and Equals as ZnHashTable asks them: the items' cost, without our table.
+struct ItemHash {
+  std::size_t operator()(ZnHashTableItem const *item) const { return item->Hash(); }
+};
+struct ItemEquals {
+  bool operator()(ZnHashTableItem const *left, ZnHashTableItem const *right) const { return left->Equals(right); }
+};
+using ItemSet = std::unordered_set<ZnHashTableItem *, ItemHash, ItemEquals>;
+
+void FillItems(ItemSet &items, int count) {
+  for (int key : RandomKeys(count).insert) items.insert(new IntItem(key, AsItem(key)));
+}
+
+void FreeItems(ItemSet &items) {
+  for (ZnHashTableItem *item : items) delete item;
+}
+
+void BM_StdItemSet_Insert(benchmark::State &state) {
+  int const count = static_cast<int>(state.range(0));
+  for (auto _ : state) {
+    ItemSet items;
+    FillItems(items, count);
+    FreeItems(items);
+    benchmark::DoNotOptimize(items.size());
+  }
+  state.SetItemsProcessed(state.iterations() * count);
+}
+
+void BM_StdItemSet_Find(benchmark::State &state) {
+  int const count = static_cast<int>(state.range(0));
+  ItemSet items;
+  FillItems(items, count);
+  for (auto _ : state) {
+    for (int key : RandomKeys(count).find) {
+      IntItem probe(key, nullptr);
+      benchmark::DoNotOptimize((*items.find(&probe))->GetData());
+    }
+  }
+  FreeItems(items);
+  state.SetItemsProcessed(state.iterations() * count);
+}
+
 // --- Linked list against std::list -------------------------------------
 
 void BM_DblList_Append(benchmark::State &state) {
@@ -241,8 +285,10 @@ BENCHMARK(BM_StdMap_Find)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HashTable_Insert)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
 BENCHMARK_TEMPLATE(BM_StdUnorderedMap_Insert, StdHashMap)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
 BENCHMARK_TEMPLATE(BM_StdUnorderedMap_Insert, Lookup2Map)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_StdItemSet_Insert)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_HashTable_Find)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
 BENCHMARK_TEMPLATE(BM_StdUnorderedMap_Find, StdHashMap)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
 BENCHMARK_TEMPLATE(BM_StdUnorderedMap_Find, Lookup2Map)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_StdItemSet_Find)->Arg(1000)->Arg(kCount)->Unit(benchmark::kMicrosecond);
 
 BENCHMARK_MAIN();

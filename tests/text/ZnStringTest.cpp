@@ -182,6 +182,15 @@ TEST(ZnStringTest, ComparisonsReadUnsignedBytes) {
   EXPECT_GT(ZnString("b").CaseCompare(ZnString("A")), 0);
   unsigned short const wide[] = {'b', 0};
   EXPECT_TRUE(b == wide);
+  // Equality reads lengths where it can, but still ends a text at its first NUL.
+  ZnString shared(b), cut("abXcd");
+  cut.SetCharacter(2, '\0');
+  EXPECT_TRUE(shared == b);
+  EXPECT_TRUE(ZnString() == ZnString(""));
+  EXPECT_TRUE(cut == ZnString("ab") && ZnString("ab") == cut);
+  EXPECT_FALSE(cut != ZnString("ab"));
+  EXPECT_TRUE(ZnString("ab") != ZnString("abc") && ZnString("ab") != ZnString("ac"));
+  EXPECT_FALSE(cut == ZnString("abX"));
 }
 
 TEST(ZnStringTest, CharacterSearches) {

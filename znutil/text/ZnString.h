@@ -149,8 +149,8 @@ class ZNUTIL_API ZnString {
   }
   /// As _stricmp: the difference of the first unequal lower-cased bytes.
   int CaseCompare(ZnString const &other) const;
-  int operator==(ZnString const &other) const { return Compare(other) == 0; }
-  int operator!=(ZnString const &other) const { return Compare(other) != 0; }
+  int operator==(ZnString const &other) const { return SameText(other); }
+  int operator!=(ZnString const &other) const { return !SameText(other); }
   int operator<(ZnString const &other) const { return Compare(other) < 0; }
   int operator<=(ZnString const &other) const { return Compare(other) <= 0; }
   int operator>(ZnString const &other) const { return Compare(other) > 0; }
@@ -301,6 +301,14 @@ class ZNUTIL_API ZnString {
   explicit ZnString(ZnStringRef *ref) : pzsrRef(NullRef()) { Take(ref); }
   static ZnStringRef *NullRef() { return &znsrNullInitializer; }
   bool IsNull() const { return pzsrRef == NullRef(); }
+  /// Compare(other) == 0, without reading the texts where the refs tell:
+  /// a shared ref holds one text, and NUL-free texts of unequal lengths differ.
+  bool SameText(ZnString const &other) const {
+    ZnStringRef const &mine = *pzsrRef, &theirs = *other.pzsrRef;
+    if (&mine == &theirs) return true;
+    if (!mine.bNulFree || !theirs.bNulFree) return Compare(other) == 0;
+    return mine.iLength == theirs.iLength && std::memcmp(Chars(), other.Chars(), static_cast<std::size_t>(mine.iLength)) == 0;
+  }
   void Share() {
     // The null ref's count means nothing and is never written, so that the
     // shared static is never touched by two threads.
