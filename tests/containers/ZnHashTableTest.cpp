@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <random>
-#include <set>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -134,30 +134,6 @@ TEST(ZnHashTableTest, FifthItemOfAFullBucketGoesToTheChainAndComesBackOnDelete) 
   EXPECT_EQ(Histogram(odd), (std::vector<int>{1, 1})) << "a slot count below 1 is taken as 1";
 }
 
-TEST(ZnHashTableTest, RandomDeletesKeepEveryBucketPacked) {
-  std::mt19937 random(7);
-  Table table(5, 3);  // few buckets, so that chains grow long
-  auto const hashOf = [](int key) { return static_cast<ZnULong>(key * 2654435761u); };
-  std::set<int> reference;
-  for (int step = 0; step < 4000; ++step) {
-    int const key = static_cast<int>(random() % 200);
-    if (random() % 2 == 0) {
-      EXPECT_EQ(table.Add(new Item(key, hashOf(key))) != nullptr, !reference.insert(key).second);
-    } else {
-      EXPECT_EQ(table.Remove(key, hashOf(key)) == ZnHTSuccess, reference.erase(key) == 1);
-    }
-  }
-  EXPECT_EQ(Buckets(table), 5) << "a static table never grows";
-  // Every occupied place must have its bucket filled in front of it.
-  std::set<std::pair<int, int>> used;
-  for (int key : reference) used.insert({static_cast<int>(hashOf(key) % 5), table.SlotOf(key, hashOf(key))});
-  for (auto const &[bucket, slot] : used) {
-    for (int before = 0; before < (slot < 0 ? 3 : slot); ++before) EXPECT_TRUE(used.count({bucket, before}));
-  }
-  std::vector<int> const counts = Histogram(table);
-  EXPECT_EQ(std::accumulate(counts.begin(), counts.end(), 0), static_cast<int>(reference.size()));
-}
-
 TEST(ZnHashTableTest, AddRefusesATakenKeyAndReplaceHandsBackTheOldItem) {
   Table table(3, 1);
   Item *first = new Item(1, 0);
@@ -250,6 +226,85 @@ TEST(ZnHashTableTest, ClearItemsAndCopyDestroyTheItems) {
     EXPECT_EQ(source.Add(new Item(1, 1)), nullptr) << "a cleared table is usable again";
   }
   EXPECT_EQ(live, 0);
+}
+
+// Keys below 100 hash apart over the whole 32-bit range; the others share
+// seven hashes, so that equal hashes with different keys are common.
+ZnULong HashOf(int key) { return key < 100 ? static_cast<ZnULong>(key * 2654435761u) : 0xFFFFFFFFu - key % 7; }
+
+// The buckets as lists, each the cells then the chain in order.
+struct Model {
+  int slots;
+  int threshold;  // 0: static
+  std::vector<std::vector<int>> buckets;
+  int count = 0;
+
+  void Append(int key) { buckets[HashOf(key) % buckets.size()].push_back(key); }
+  void Add(int key) {
+    if (threshold > 0 && threshold <= count) Grow();
+    Append(key);
+    ++count;
+  }
+  void Remove(int key) {
+    auto &list = buckets[HashOf(key) % buckets.size()];
+    list.erase(std::find(list.begin(), list.end(), key));
+    --count;
+  }
+  // All the cells bucket by bucket, then all the chains.
+  void Grow() {
+    std::vector<std::vector<int>> old(static_cast<std::size_t>(
+        ZnHashTable::SearchForClosestPrime(2 * static_cast<int>(buckets.size()))));
+    old.swap(buckets);
+    threshold *= 2;
+    for (bool cells : {true, false}) {
+      for (auto const &list : old) {
+        for (std::size_t i = 0; i < list.size(); ++i) {
+          if ((static_cast<int>(i) < slots) == cells) Append(list[i]);
+        }
+      }
+    }
+  }
+  std::vector<int> Walk() const {
+    std::vector<int> keys;
+    for (auto const &list : buckets) keys.insert(keys.end(), list.begin(), list.end());
+    return keys;
+  }
+};
+
+// Random adds and deletes, with and without growth: the walk order stays the
+// model's (so buckets stay packed and a static table keeps its buckets), and
+// every key is found or not as it should be.
+TEST(ZnHashTableTest, WalkOrderAndLookupsFollowAModelOfTheBuckets) {
+  struct {
+    int size, slots, percent;
+  } const cases[] = {{3, 1, 150}, {3, 4, 100}, {2, 2, 300}, {20000, 2, 0}};
+  for (auto const &c : cases) {
+    Table table(c.size, c.slots);
+    if (c.percent > 0) table.MakeDynamic(c.percent);
+    int const buckets = ZnHashTable::SearchForClosestPrime(c.size);
+    Model model{c.slots, c.percent > 0 ? buckets * c.percent / 100 : 0,
+                std::vector<std::vector<int>>(static_cast<std::size_t>(buckets))};
+    std::mt19937 random(11);
+    std::vector<bool> present(300);
+    for (int step = 1; step <= 3000; ++step) {
+      int const key = static_cast<int>(random() % 300);
+      bool const add = random() % 3 != 0;  // mostly adds, so the table grows
+      if (add && !present[key]) model.Add(key);
+      if (!add && present[key]) model.Remove(key);
+      bool const changed = add ? table.Add(new Item(key, HashOf(key))) == nullptr
+                               : table.Remove(key, HashOf(key)) == ZnHTSuccess;
+      EXPECT_EQ(changed, add != present[key]) << key;
+      present[key] = add;
+      if (step % 250 != 0) continue;
+      Collect walk;
+      table.Iterate(walk, &walk);
+      ASSERT_EQ(walk.keys, model.Walk()) << c.size << "/" << c.slots << " at step " << step;
+      for (int probe = 0; probe < 300; ++probe) {
+        auto const *found = static_cast<Item *>(table.Find(probe, HashOf(probe)));
+        EXPECT_EQ(found != nullptr && found->iKey == probe, present[probe]) << probe;
+      }
+    }
+  }
 }
 
 }  // namespace
