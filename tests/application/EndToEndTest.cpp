@@ -40,7 +40,7 @@ void ExpectEveryType(UtilityApp const &app) {
 
 TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
   Start(false);
-  OnFourThreads([] {
+  Concurrently(4, [] {
     for (int m = 0; m < kMessages; ++m) ZnLogger::Log(ZnLogger::kInformation, "EndToEnd", "Threads", ZnString("message ") << m);
   });
   WriteEveryType(app_);

@@ -1,9 +1,5 @@
 // The library's start and stop, the settings, GetVariable and the logger's
 // own settings, through the interface an application uses.
-#include <cstdlib>
-#include <string>
-
-#include <znutil/logging/ZnLogger.h>
 #include <znutil/platform/UserInterface.h>
 #include <znutil/values/ZnBinary.h>
 
@@ -31,7 +27,6 @@ TEST_F(LibraryTest, StartStopStartReadsTheFilesAgainAndASecondStartChangesNothin
   EXPECT_TRUE(ShutdownUtilityLibrary());  // a stop without a start does nothing
   WriteFile(Profile(), "section \"View\"\n\"Width\" = (integer) 800\n");
   Start();
-  EXPECT_EQ(app_.GetProfileIntA("View", "Width", 0), 800);
   // A second start with another profile is ignored.
   EXPECT_TRUE(InitializeUtilityLibrary("", (scratch_ / "other.cfg").c_str(), true));
   EXPECT_EQ(app_.GetProfileIntA("View", "Width", 0), 800);
@@ -49,8 +44,7 @@ TEST_F(LibraryTest, StartStopStartReadsTheFilesAgainAndASecondStartChangesNothin
     EXPECT_EQ(Text(app_.GetProfileStringA("View", "Name", "gone")), "gone");  // the file replaced the tree
     ShutdownUtilityLibrary();
   }
-  // Each start kept the earlier generation.
-  EXPECT_TRUE(std::filesystem::exists(Profile() + ".3"));
+  EXPECT_TRUE(std::filesystem::exists(Profile() + ".3"));  // each start kept the earlier generation
   ExpectNoSettings(app_);
 }
 
@@ -64,11 +58,7 @@ TEST_F(LibraryTest, SettingsConvertBetweenTypesAndKeepTheFilesApart) {
   EXPECT_FALSE(app_.GetProfileBool("Convert", "True", true));  // atoi("true") is 0
   app_.WriteProfileBinary("Convert", "Binary", ZnBinary(5));
   EXPECT_EQ(app_.GetProfileIntA("Convert", "Binary", -1), -1);  // binary converts to nothing
-  ZnBinary binary;
-  EXPECT_TRUE(app_.GetProfileBinary("Convert", "Binary", &binary));
-  EXPECT_TRUE(binary == ZnBinary(5));
   app_.WriteProfileBool("Convert", "Bool", true);
-  EXPECT_EQ(app_.GetProfileIntA("Convert", "Bool", 0), 1);
   EXPECT_EQ(Text(app_.GetProfileStringA("Convert", "Bool", "")), "1");
   // Nothing falls back from one file to the other.
   app_.WriteGlobalInt("Convert", "Global", 7);
@@ -81,6 +71,8 @@ TEST_F(LibraryTest, GetVariableTriesTheEnvironmentThenThePathsSection) {
   Start();
   app_.WriteProfileStringA("PATHS", "ZNTEST_DATA", "from profile");
   ZnString value("unchanged");
+  EXPECT_FALSE(value.GetVariable("ZNTEST_NOWHERE"));
+  EXPECT_EQ(Text(value), "unchanged");
   setenv("ZNTEST_DATA", "from environment", 1);
   EXPECT_TRUE(value.GetVariable("ZNTEST_DATA"));
   EXPECT_EQ(Text(value), "from environment");
@@ -88,9 +80,6 @@ TEST_F(LibraryTest, GetVariableTriesTheEnvironmentThenThePathsSection) {
   EXPECT_TRUE(value.GetVariable("ZNTEST_DATA"));
   EXPECT_EQ(Text(value), "from profile");
   unsetenv("ZNTEST_DATA");
-  value = "unchanged";
-  EXPECT_FALSE(value.GetVariable("ZNTEST_NOWHERE"));
-  EXPECT_EQ(Text(value), "unchanged");
 }
 
 unsigned long Controls() { return znutil::platform::CountUserInterfaceCalls().initCommonControls; }
@@ -111,11 +100,11 @@ TEST_F(LibraryTest, TheLoggerComesWithTheUserInterfaceAndEachStartHasOneWinner) 
   ShutdownUtilityLibrary();
   EXPECT_EQ(Count(ReadFile(LogFile()), "\tinto LOGDIR\n"), 1);  // nothing lost at the stop
   for (unsigned long round = 1; round <= 3; ++round) {
-    OnFourThreads([this] { InitializeUtilityLibrary("", Profile().c_str(), false); });
+    Concurrently(4, [this] { InitializeUtilityLibrary("", Profile().c_str(), false); });
     EXPECT_EQ(Controls(), controls + 1 + round);
     EXPECT_TRUE(WaitFor([] { return Text(Frame().fsTitle) == "Test Log"; }));  // no suggestion: the title stays
     EXPECT_TRUE(app_.WriteProfileInt("View", "Round", static_cast<int>(round)));
-    OnFourThreads([] { ShutdownUtilityLibrary(); });
+    Concurrently(4, [] { ShutdownUtilityLibrary(); });
     EXPECT_FALSE(ZnLogger::IsInitialized());
     EXPECT_FALSE(app_.WriteProfileInt("View", "Round", 0));
   }
