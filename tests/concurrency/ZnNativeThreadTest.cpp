@@ -97,18 +97,6 @@ TEST_F(SpinningThreadTest, TerminateReachesASuspendedRunningThread) {
   EXPECT_TRUE(Marked(thread));
 }
 
-TEST(ZnNativeThreadTest, SuspendCountsAtCreationHoldTheThreadBack) {
-  ZnThread thread(ZnThread::kStartSuspended);
-  thread.Suspend();  // previous count 1
-  EXPECT_TRUE(Marked(thread));
-  thread.Resume();  // previous count 2
-  for (int i = 0; i < 100; ++i) std::this_thread::yield();
-  EXPECT_EQ(thread.GetId(), 0u);
-  thread.Resume();  // previous count 1: it starts
-  ASSERT_TRUE(Eventually([&] { return thread.GetState() == ZnThread::kStateIdle; }));  // SetState wipes the mark
-  thread.SignalShutdown(true);
-}
-
 TEST(ZnNativeThreadTest, ASuspendedBusyThreadSleepsInTheKernelUntilResumed) {
   ZnThread thread(0);
   SpinWork work(true);  // never sleeps by itself
@@ -186,7 +174,6 @@ TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {
   thread.Resume();
   // Its end has passed: it does not sleep the time that was left again.
   EXPECT_EQ(work.done.Wait(1000), 0);
-  EXPECT_EQ(work.done.Wait(kGenerous), 0);
   thread.SignalShutdown(true);
 }
 

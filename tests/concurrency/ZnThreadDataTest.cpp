@@ -40,7 +40,8 @@ TEST(ZnThreadDataTest, EachThreadSeesOnlyItsOwnValues) {
   }
 }
 
-TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
+// An adopted thread is found by GetThread and stores work that nothing runs.
+TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSomeOrIsAdopted) {
   std::thread([] {
     // A thread that ends without giving its heap back keeps it: let it be
     // a new one rather than one that library threads gave back.
@@ -54,15 +55,6 @@ TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
     EXPECT_EQ(ZnThread::GetThread(), nullptr);
     EXPECT_TRUE(ZnThread::AllocThreadData(kName, &value));
     EXPECT_EQ(ZnThread::GetThreadData(kName), &value);
-    // Left for the thread's end to destroy.
-  }).join();
-}
-
-TEST(ZnThreadDataTest, DestroyedDataIsForgottenAndAnAdoptedThreadIsFoundByGetThread) {
-  OnForeignThread([] {
-    int value = 4;
-    ZnThread::InitializeThreadData(nullptr);
-    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
     ZnThread::DestroyThreadData();
     EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
     EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
@@ -75,7 +67,8 @@ TEST(ZnThreadDataTest, DestroyedDataIsForgottenAndAnAdoptedThreadIsFoundByGetThr
     EXPECT_TRUE(adopted.AssignWork(&work, 0));  // stored; nothing runs it
     EXPECT_EQ(work.started.Wait(0), 1);
     EXPECT_EQ(adopted.GetState(), ZnThread::kStateConstructed);
-  });
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &value));  // left for the thread's end to destroy
+  }).join();
 }
 
 TEST(ZnThreadDataTest, ReleaseTlsHidesEveryRecordUntilTheSlotIsMadeAgain) {

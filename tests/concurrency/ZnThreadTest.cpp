@@ -70,14 +70,18 @@ TEST(ZnThreadTest, SuspendedStartRunsOnlyAfterResumeAndTakesWorkAssignedBefore) 
   GatedWork work;
   work.release.Signal();
   EXPECT_TRUE(thread.AssignWork(&work, 0));  // no wake event exists yet
+  EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed);
+  thread.Suspend();  // previous count 1: the mark is set
+  EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed | ZnThread::kStateSuspended);
+  thread.Resume();  // previous count 2: still held back
   for (int i = 0; i < 100; ++i) std::this_thread::yield();
   EXPECT_EQ(phases.started.load(), nullptr);
   EXPECT_EQ(thread.GetId(), 0u);
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateConstructed);
 
-  thread.Resume();
+  thread.Resume();  // previous count 1: it starts
   EXPECT_EQ(work.started.Wait(kGenerous), 0);
-  ASSERT_TRUE(Eventually([&] { return phases.started.load() == &thread; }));
+  ASSERT_TRUE(Eventually([&] { return thread.GetState() == ZnThread::kStateIdle; }));  // SetState wipes the mark
+  EXPECT_EQ(phases.started.load(), &thread);
   EXPECT_TRUE(phases.foundByGetThread[0].load());
   EXPECT_EQ(phases.ended.load(), nullptr);
   thread.SignalShutdown(true);
