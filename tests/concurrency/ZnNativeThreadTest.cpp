@@ -58,24 +58,34 @@ class SpinningThreadTest : public testing::Test {
   SpinWork work;
 };
 
-TEST_F(SpinningThreadTest, SuspendCountsSetTheMarkOnlyFromTheSecond) {
-  thread.Suspend();  // previous count 0: the mark stays clear, deliberately
-  EXPECT_FALSE(Marked(thread));
-  EXPECT_TRUE(Frozen(work.progress));
-  thread.Suspend();  // previous count 1
-  EXPECT_TRUE(Marked(thread));
-  thread.Resume();  // previous count 2
-  EXPECT_TRUE(Frozen(work.progress));
-  thread.Resume();  // previous count 1: it runs, and the mark stays
-  EXPECT_TRUE(Marked(thread));
-  ASSERT_TRUE(Moves(work.progress));
-  thread.Resume();  // previous count 0: only now the mark goes
-  EXPECT_FALSE(Marked(thread));
+// Busy or not, a suspended thread is held in a kernel wait, not spinning a
+// core away.
+TEST(ZnNativeThreadTest, SuspendCountsOnARunningThreadSetTheMarkOnlyFromTheSecond) {
+  for (bool busy : {false, true}) {
+    SCOPED_TRACE(busy ? "busy" : "pausing");
+    ZnThread thread(0);
+    SpinWork work(busy);
+    ASSERT_TRUE(thread.AssignWork(&work, 0));
+    ASSERT_TRUE(Moves(work.progress));
+    thread.Suspend();  // previous count 0: the mark stays clear, deliberately
+    EXPECT_FALSE(Marked(thread));
+    EXPECT_TRUE(Eventually([&] { return Asleep(static_cast<long>(thread.GetId())); }));
+    EXPECT_TRUE(Frozen(work.progress));
+    thread.Suspend();  // previous count 1
+    EXPECT_TRUE(Marked(thread));
+    thread.Resume();  // previous count 2
+    EXPECT_TRUE(Frozen(work.progress));
+    thread.Resume();  // previous count 1: it runs, and the mark stays
+    EXPECT_TRUE(Marked(thread));
+    ASSERT_TRUE(Moves(work.progress));
+    thread.Resume();  // previous count 0: only now the mark goes
+    EXPECT_FALSE(Marked(thread));
 
-  work.stop.store(true);
-  thread.SignalShutdown(true);
-  thread.Suspend();  // fails on an ended thread: all ones sets the mark
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded | ZnThread::kStateSuspended);
+    work.stop.store(true);
+    thread.SignalShutdown(true);
+    thread.Suspend();  // fails on an ended thread: all ones sets the mark
+    EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded | ZnThread::kStateSuspended);
+  }
 }
 
 TEST_F(SpinningThreadTest, SuspendAndResumeRaceWithoutLosingACount) {
@@ -95,21 +105,6 @@ TEST_F(SpinningThreadTest, TerminateReachesASuspendedRunningThread) {
   ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
   thread.Resume();  // the thread is gone: nothing to resume
   EXPECT_TRUE(Marked(thread));
-}
-
-TEST(ZnNativeThreadTest, ASuspendedBusyThreadSleepsInTheKernelUntilResumed) {
-  ZnThread thread(0);
-  SpinWork work(true);  // never sleeps by itself
-  ASSERT_TRUE(thread.AssignWork(&work, 0));
-  ASSERT_TRUE(Moves(work.progress));
-  thread.Suspend();
-  // Held in a kernel wait, not spinning a core away.
-  EXPECT_TRUE(Eventually([&] { return Asleep(static_cast<long>(thread.GetId())); }));
-  EXPECT_TRUE(Frozen(work.progress));
-  thread.Resume();
-  EXPECT_TRUE(Moves(work.progress));
-  work.stop.store(true);
-  thread.SignalShutdown(true);
 }
 
 TEST(ZnNativeThreadTest, TerminateEndsAThreadWithoutItsEndOfThreadWork) {
