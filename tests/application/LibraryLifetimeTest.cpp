@@ -58,6 +58,9 @@ TEST_F(LibraryTest, SettingsConvertBetweenTypesAndKeepTheFilesApart) {
   EXPECT_FALSE(app_.GetProfileBool("Convert", "True", true));  // atoi("true") is 0
   app_.WriteProfileBinary("Convert", "Binary", ZnBinary(5));
   EXPECT_EQ(app_.GetProfileIntA("Convert", "Binary", -1), -1);  // binary converts to nothing
+  ZnBinary binary;
+  EXPECT_TRUE(app_.GetProfileBinary("Convert", "Binary", &binary));
+  EXPECT_TRUE(binary == ZnBinary(5));
   app_.WriteProfileBool("Convert", "Bool", true);
   EXPECT_EQ(Text(app_.GetProfileStringA("Convert", "Bool", "")), "1");
   // Nothing falls back from one file to the other.
