@@ -43,21 +43,6 @@ int NiceOf(ZnThread const &thread) {
   return getpriority(PRIO_PROCESS, static_cast<id_t>(thread.GetId()));
 }
 
-// A worker that runs SpinWork from the start of a test to its end.
-class SpinningThreadTest : public testing::Test {
- protected:
-  void SetUp() override {
-    ASSERT_TRUE(thread.AssignWork(&work, 0));
-    ASSERT_TRUE(Moves(work.progress));
-  }
-  void TearDown() override {
-    work.stop.store(true);
-    thread.SignalShutdown(true);
-  }
-  ZnThread thread{0};
-  SpinWork work;
-};
-
 // Busy or not, a suspended thread is held in a kernel wait, not spinning a
 // core away.
 TEST(ZnNativeThreadTest, SuspendCountsOnARunningThreadSetTheMarkOnlyFromTheSecond) {
@@ -69,7 +54,7 @@ TEST(ZnNativeThreadTest, SuspendCountsOnARunningThreadSetTheMarkOnlyFromTheSecon
     ASSERT_TRUE(Moves(work.progress));
     thread.Suspend();  // previous count 0: the mark stays clear, deliberately
     EXPECT_FALSE(Marked(thread));
-    EXPECT_TRUE(Eventually([&] { return Asleep(static_cast<long>(thread.GetId())); }));
+    EXPECT_TRUE(Eventually([&] { return Asleep(thread.GetId()); }));
     EXPECT_TRUE(Frozen(work.progress));
     thread.Suspend();  // previous count 1
     EXPECT_TRUE(Marked(thread));
@@ -88,17 +73,19 @@ TEST(ZnNativeThreadTest, SuspendCountsOnARunningThreadSetTheMarkOnlyFromTheSecon
   }
 }
 
-TEST_F(SpinningThreadTest, SuspendAndResumeRaceWithoutLosingACount) {
+// Suspends and resumes from several threads at once lose no count, and a
+// thread suspended twice is still reached by Terminate.
+TEST(ZnNativeThreadTest, SuspendAndResumeRaceWithoutLosingACountAndTerminateReachesASuspendedThread) {
+  ZnThread thread(0);
+  SpinWork work;
+  ASSERT_TRUE(thread.AssignWork(&work, 0));
   Concurrently(3, [&] {
     for (int i = 0; i < 200; ++i) {
       thread.Suspend();
       thread.Resume();
     }
   });
-  EXPECT_TRUE(Moves(work.progress));  // not left parked
-}
-
-TEST_F(SpinningThreadTest, TerminateReachesASuspendedRunningThread) {
+  ASSERT_TRUE(Moves(work.progress));  // not left parked
   thread.Suspend();
   thread.Suspend();
   thread.Terminate(0);
@@ -248,32 +235,25 @@ TEST(ZnNativeThreadTest, MessagesReachLibraryThreadsOnly) {
   ASSERT_TRUE(Eventually([&] { return thread.GetId() != 0; }));
   EXPECT_TRUE(thread.PostThreadMessageA(0x400, 7, -9));
   EXPECT_TRUE(thread.PostThreadMessageA(WM_QUIT, 0, 0));
-  std::vector<ThreadMessage> received;
   ASSERT_TRUE(RunOn(thread, [&] {
     ThreadMessage message;
-    while (received.empty() || received.back().message != WM_QUIT) {
-      ASSERT_EQ(GetThreadMessage(&message, kGenerous), WaitResult::kSignalled);
-      received.push_back(message);
-    }
+    ASSERT_EQ(GetThreadMessage(&message, kGenerous), WaitResult::kSignalled);
+    EXPECT_EQ(message.message, 0x400u);
+    EXPECT_EQ(message.wParam, 7u);
+    EXPECT_EQ(message.lParam, -9);
+    ASSERT_EQ(GetThreadMessage(&message, kGenerous), WaitResult::kSignalled);
+    EXPECT_EQ(message.message, WM_QUIT);
     EXPECT_EQ(GetThreadMessage(&message, 0), WaitResult::kTimeout);
   }));
-  ASSERT_EQ(received.size(), 2u);
-  EXPECT_EQ(received[0].message, 0x400u);
-  EXPECT_EQ(received[0].wParam, 7u);
-  EXPECT_EQ(received[0].lParam, -9);
-
   // A timed wait takes a message posted while it waits.
-  std::atomic<bool> waiting{false};
-  std::thread poster([&] {
-    EXPECT_TRUE(Eventually([&] { return waiting.load(); }));
-    EXPECT_TRUE(thread.PostThreadMessageA(0x401, 0, 0));
-  });
-  ASSERT_TRUE(RunOn(thread, [&] {
+  FunctionWork late([&] {
     ThreadMessage message;
-    waiting.store(true);
     EXPECT_EQ(GetThreadMessage(&message, kGenerous), WaitResult::kSignalled);
-  }));
-  poster.join();
+  });
+  ASSERT_TRUE(Eventually([&] { return thread.AssignWork(&late, 0); }));
+  ASSERT_TRUE(Eventually([&] { return thread.GetState() == ZnThread::kStateWorking && Asleep(thread.GetId()); }));
+  EXPECT_TRUE(thread.PostThreadMessageA(0x401, 0, 0));
+  EXPECT_EQ(late.done.Wait(kGenerous), 0);
   thread.SignalShutdown(true);
   EXPECT_FALSE(thread.PostThreadMessageA(0x400, 0, 0));  // its queue went with it
 
