@@ -114,27 +114,25 @@ TEST_F(LibraryTest, TheLoggerComesWithTheUserInterfaceAndEachStartHasOneWinner) 
   EXPECT_NE(ReadFile(Profile()).find("\"Round\" (all) =(integer) 3\r\n"), std::string::npos);
 }
 
-TEST_F(LibraryTest, TheLoggerKeepsTheHighBitsOfItsFlagsFromRunToRun) {
-  std::string const saved = WriteFile(Profile(), "section \"Logger Options\"\n\"Flags\" = (integer) 65541\n");  // 0x10005
+// The logger's flags keep their high bits from run to run, and its folder
+// may come from the paths section.
+TEST_F(LibraryTest, TheLoggerKeepsTheHighBitsOfItsFlagsAndMayTakeItsFolderFromThePathsSection) {
+  unsetenv("LOGDIR");
+  std::string const saved =
+      WriteFile(Profile(), "section \"Logger Options\"\n\"Flags\" = (integer) 65541\n"  // 0x10005
+                           "section \"PATHS\"\n\"LOGDIR\" = (text) \"" + (scratch_ / "logs") + "\"\n");
   Start(true);  // no logger: the saved flags stay as they are
   ShutdownUtilityLibrary();
   EXPECT_EQ(ReadFile(Profile()), ReadFile(saved + ".1"));  // not even rewritten
   Start(false);
   EXPECT_EQ(ZnLogger::GetFlags(), ZnLogger::kQuiet);
+  ZnLogger::Log(ZnLogger::kWarning, "Lifetime", "Test", "into the profile's LOGDIR");
   ZnLogger::SetFlags(ZnLogger::kLoud);
   ZnLogger::ClearFlags(ZnLogger::kQuiet);
   ShutdownUtilityLibrary();
   EXPECT_NE(ReadFile(Profile()).find("\"Flags\" (all) =(integer) 131072\r\n"), std::string::npos);
-  ZnLogger::ClearFlags(ZnLogger::kLoud);
-}
-
-TEST_F(LibraryTest, TheLogFolderMayComeFromThePathsSection) {
-  unsetenv("LOGDIR");
-  WriteFile(Profile(), "section \"PATHS\"\n\"LOGDIR\" = (text) \"" + (scratch_ / "logs") + "\"\n");
-  Start(false);
-  ZnLogger::Log(ZnLogger::kWarning, "Lifetime", "Test", "into the profile's LOGDIR");
-  ShutdownUtilityLibrary();
   EXPECT_EQ(Count(ReadFile(LogFile()), "\tinto the profile's LOGDIR\n"), 1);
+  ZnLogger::ClearFlags(ZnLogger::kLoud);
 }
 
 // The logger thread opens its file while the start may be writing the
