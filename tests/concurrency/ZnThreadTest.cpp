@@ -44,8 +44,8 @@ TEST(ZnThreadTest, StateGoesFromIdleToWorkingAndEnded) {
   GatedWork first, second;
   ASSERT_TRUE(thread.AssignWork(&first, 0));
   ASSERT_EQ(first.started.Wait(kGenerous), 0);
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateWorking);
   EXPECT_FALSE(thread.AssignWork(&second, 0));
+  EXPECT_EQ(thread.GetState(), ZnThread::kStateWorking);
   first.release.Signal();
   ASSERT_TRUE(Eventually(idle));
   EXPECT_EQ(first.runs.load(), 1);
