@@ -48,6 +48,17 @@ void Concurrently(int count, Job job) {
   for (std::thread &thread : threads) thread.join();
 }
 
+// Two threads each run `guarded` 20000 times on one plain counter, which
+// only the guard protects; yields the count.
+template <class Guarded>
+long CountOnTwoThreads(Guarded guarded) {
+  long counter = 0;
+  Concurrently(2, [&] {
+    for (int i = 0; i < 20000; ++i) guarded([&] { ++counter; });
+  });
+  return counter;
+}
+
 // Runs a function and then signals `done`.
 class FunctionWork : public ZnThreadWork {
  public:
