@@ -1,11 +1,9 @@
 // The whole library as an application uses it: start with a profile, the
 // global file in its own folder and a log folder; log from several threads;
-// settings of every type; paths; plug-in folders; stop, start again, and
-// check what reached the disk.
+// settings of every type; stop, start again, and check what reached the disk.
 #include <string>
 
 #include <znutil/logging/ZnLogger.h>
-#include <znutil/text/ZnStringList.h>
 #include <znutil/values/ZnBinary.h>
 
 #include "LibraryFixture.h"
@@ -40,7 +38,7 @@ void ExpectEveryType(UtilityApp const &app) {
 
 TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
   Start(false);
-  OnFourThreads([] {
+  Concurrently(4, [] {
     for (int m = 0; m < kMessages; ++m) ZnLogger::Log(ZnLogger::kInformation, "EndToEnd", "Threads", ZnString("message ") << m);
   });
   WriteEveryType(app_);
@@ -52,9 +50,6 @@ TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
             std::string::npos)
       << profile;
   EXPECT_NE(ReadFile(Global()).find("\"Count\" (all) =(integer) 3\r\n"), std::string::npos);
-  UtilityApp::SetPath("Data", (scratch_.Path() + "/data").c_str());
-  EXPECT_EQ(Text(UtilityApp::ParsePath("%data%\\x\\..\\file.txt")), Backslashed(scratch_ / "data/file.txt"));
-  EXPECT_EQ(Text(UtilityApp::PluginDirectory()), Text(UtilityApp::StartupDir()) + "\\PLUGINS");
   ShutdownUtilityLibrary();
 
   std::string const log = ReadFile(LogFile());
@@ -67,7 +62,6 @@ TEST_F(LibraryTest, TheWholeLibraryEndToEnd) {
   // The second start kept the first run's files as generation 1.
   EXPECT_EQ(ReadFile(Profile() + ".1"), stopped);
   EXPECT_TRUE(std::filesystem::exists(Global() + ".1"));
-  UtilityApp::SetPath("Data", "");
 }
 
 }  // namespace

@@ -7,11 +7,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <znutil/application/UtilityApp.h>
 
+#include "../concurrency/ThreadTestSupport.h"
 #include "../logging/LoggerFixture.h"
 
 #include <gtest/gtest.h>
@@ -21,22 +20,12 @@ namespace znutil_test {
 // The number of threads of this process. ThreadSanitizer starts a thread
 // of its own at a moment of its choosing, so under it the count is not
 // compared.
-#ifdef __SANITIZE_THREAD__
-inline int ThreadCount() { return 0; }
-#else
 inline int ThreadCount() {
   int count = 0;
+#ifndef __SANITIZE_THREAD__
   for (auto const &entry : std::filesystem::directory_iterator("/proc/self/task")) count += entry.exists() ? 1 : 0;
-  return count;
-}
 #endif
-
-// Four threads make the same call at once.
-template <typename Call>
-void OnFourThreads(Call call) {
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) threads.emplace_back(call);
-  for (std::thread &thread : threads) thread.join();
+  return count;
 }
 
 class LibraryTest : public testing::Test {

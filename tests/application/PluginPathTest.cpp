@@ -81,7 +81,7 @@ TEST_F(LibraryTest, PathsExpandOnSeveralThreadsAtOnce) {
   std::string const once = Text(UtilityApp::ParsePath(path));
   std::string const relative = Text(ZnDirectory::CreateRelativePath("a\\b", "c"));  // from the start-up folder
   std::atomic<int> wrong{0};
-  OnFourThreads([&] {
+  Concurrently(4, [&] {
     for (int round = 0; round < 100; ++round) {
       wrong += Text(UtilityApp::ParsePath(path.Chars())) != once;
       wrong += Text(ZnDirectory::CreateRelativePath("a\\b", "c")) != relative;

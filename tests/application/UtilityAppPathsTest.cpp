@@ -57,8 +57,6 @@ TEST(UtilityAppPathsTest, HomeAndTheNamesOfSetPath) {
   UtilityApp::SetPath("APPVERSION", "\\mine");
   EXPECT_EQ(Parsed("%Home%/.app"), "\\tmp\\someone\\.app");
   EXPECT_EQ(Parsed("%APPVERSION%"), "Tesserae_2.13");
-  UtilityApp::SetPath("Home", "");
-  UtilityApp::SetPath("APPVERSION", "");
   setenv("HOME", "", 1);  // empty counts as unset
   EXPECT_EQ(Parsed("%HOME%"), "\\home\\bob");
   setenv("USERNAME", "", 1);

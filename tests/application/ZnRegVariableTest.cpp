@@ -17,30 +17,20 @@ namespace {
 
 using namespace znutil::platform;
 using znutil_test::ScopedVariable;
-using znutil_test::ScratchDirectory;
 using znutil_test::Text;
+
+HKEY const kRoots[] = {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS};
 
 class ZnRegVariableTest : public ::testing::Test {
  protected:
-  ScratchDirectory scratch;
-  ScopedVariable store{"ZNUTIL_REGISTRY_DIR", scratch.Path()};
-
-  // Opens an existing key, failing the test if it cannot.
+  // Opens a key of the current user, failing the test if it cannot.
   HKEY Open(char const *path) {
     HKEY key = nullptr;
     EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, KEY_READ, &key), ERROR_SUCCESS);
     return key;
   }
-
-  // Sets a value under a key that it creates if needed.
-  void SetValue(char const *path, char const *name, DWORD type, void const *data, DWORD size) {
-    HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, path, 0, "", REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr,
-                              &key, nullptr),
-              ERROR_SUCCESS);
-    EXPECT_EQ(RegSetValueExA(key, name, 0, type, static_cast<BYTE const *>(data), size), ERROR_SUCCESS);
-    EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
-  }
+  znutil_test::ScratchDirectory scratch;
+  ScopedVariable store{"ZNUTIL_REGISTRY_DIR", scratch.Path()};
 };
 
 TEST_F(ZnRegVariableTest, SetCreatesTheKeyWithItsParentsAndTheTextReadsBack) {
@@ -62,18 +52,17 @@ TEST_F(ZnRegVariableTest, SetCreatesTheKeyWithItsParentsAndTheTextReadsBack) {
   EXPECT_EQ(RegQueryValueExA(key, "COLOUR", nullptr, &type, nullptr, &size), ERROR_SUCCESS);
   EXPECT_EQ(type, REG_SZ);
   EXPECT_EQ(size, 4u);
-  char small[2];
+  char small[2], text[8] = {};
   EXPECT_EQ(RegQueryValueExA(key, "colour", nullptr, &type, reinterpret_cast<BYTE *>(small), &(size = 2)),
             ERROR_MORE_DATA);
   EXPECT_EQ(size, 4u);
-  char text[8] = {};
   EXPECT_EQ(RegQueryValueExA(key, "colour", nullptr, &type, reinterpret_cast<BYTE *>(text), &size), ERROR_SUCCESS);
   EXPECT_EQ(std::memcmp(text, "red", 4), 0);
   EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
   EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
 
   // A value straight under a root makes the root's folder first.
-  for (HKEY root : {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS}) {
+  for (HKEY root : kRoots) {
     EXPECT_EQ(RegSetValueExA(root, "Direct", 0, REG_SZ, reinterpret_cast<BYTE const *>("on"), 3), ERROR_SUCCESS)
         << root;
     EXPECT_EQ(RegQueryValueExA(root, "direct", nullptr, &type, nullptr, &size), ERROR_SUCCESS) << root;
@@ -81,12 +70,17 @@ TEST_F(ZnRegVariableTest, SetCreatesTheKeyWithItsParentsAndTheTextReadsBack) {
 }
 
 TEST_F(ZnRegVariableTest, WhatIsNotTextOrIsMissingReadsAsEmpty) {
+  HKEY key = nullptr;
   DWORD const number = 0x01020304;
-  SetValue("Software\\Acme", "Count", REG_DWORD, &number, sizeof number);
+  DWORD type = 0, read = 0, size = sizeof read;
+  ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Acme", 0, "", REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
+                            nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+  EXPECT_EQ(RegSetValueExA(key, "Count", 0, REG_DWORD, reinterpret_cast<BYTE const *>(&number), size), ERROR_SUCCESS);
+  RegCloseKey(key);
   EXPECT_EQ(Text(ZnRegVariable(HKEY_CURRENT_USER, "Software\\Acme", "Count").Get()), "");
 
-  HKEY key = Open("Software\\Acme");
-  DWORD type = 0, read = 0, size = sizeof read;
+  key = Open("Software\\Acme");
   EXPECT_EQ(RegQueryValueExA(key, "Count", nullptr, &type, reinterpret_cast<BYTE *>(&read), &size), ERROR_SUCCESS);
   EXPECT_EQ(type, REG_DWORD);
   EXPECT_EQ(read, number);
@@ -98,7 +92,7 @@ TEST_F(ZnRegVariableTest, WhatIsNotTextOrIsMissingReadsAsEmpty) {
   EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Nothing", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
   EXPECT_EQ(RegOpenKeyExA(reinterpret_cast<HKEY>(&key), "x", 0, KEY_READ, &key), ERROR_INVALID_HANDLE);
   // A predefined root opens before anything was stored under it.
-  for (HKEY root : {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_USERS}) {
+  for (HKEY root : kRoots) {
     EXPECT_EQ(RegOpenKeyExA(root, "", 0, KEY_READ, &key), ERROR_SUCCESS) << root;
     RegCloseKey(key);
   }
@@ -106,11 +100,11 @@ TEST_F(ZnRegVariableTest, WhatIsNotTextOrIsMissingReadsAsEmpty) {
 
 TEST_F(ZnRegVariableTest, OddNamesKeepApartAndNoTemporaryFileStays) {
   char const *const names[] = {"", "@", "a/b\\c", "%41", "A", ".hidden", "#XXXXXX"};
-  for (char const *name : names) {
-    ZnRegVariable(HKEY_LOCAL_MACHINE, "Odd\\..\\.", name).Set((std::string(name) + "!").c_str());
+  for (std::string name : names) {
+    ZnRegVariable(HKEY_LOCAL_MACHINE, "Odd\\..\\.", name.c_str()).Set((name + "!").c_str());
   }
-  for (char const *name : names) {
-    EXPECT_EQ(Text(ZnRegVariable(HKEY_LOCAL_MACHINE, "odd/../.", name).Get()), std::string(name) + "!") << name;
+  for (std::string name : names) {
+    EXPECT_EQ(Text(ZnRegVariable(HKEY_LOCAL_MACHINE, "odd/../.", name.c_str()).Get()), name + "!") << name;
   }
   EXPECT_EQ(Text(ZnRegVariable(HKEY_LOCAL_MACHINE, "Odd\\..\\.", "a").Get()), "A!");  // "A" replaced "a"
   for (auto const &entry : std::filesystem::recursive_directory_iterator(scratch.Path())) {

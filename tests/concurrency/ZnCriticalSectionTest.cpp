@@ -4,36 +4,30 @@
 
 #include <gtest/gtest.h>
 
+#include "ThreadTestSupport.h"
+
 namespace {
 
-// Each thread enters twice: re-entry must not block its own holder.
-TEST(ZnCriticalSectionTest, ReentersAndExcludesOtherThreads) {
-  ZnCriticalSection section;
-  long counter = 0;
-  auto work = [&] {
-    for (int i = 0; i < 20000; ++i) {
-      section.Enter();
-      section.Enter();
-      ++counter;
-      section.Leave();
-      section.Leave();
-    }
-  };
-  std::thread a(work), b(work);
-  a.join();
-  b.join();
-  EXPECT_EQ(counter, 40000);
-}
+using znutil_test::CountOnTwoThreads;
 
-TEST(ZnCriticalSectionTest, AssignmentKeepsEachSectionItsOwn) {
+// Each thread enters twice: re-entry must not block its own holder. An
+// assigned section keeps a state of its own.
+TEST(ZnCriticalSectionTest, ReentersExcludesOtherThreadsAndAssignmentCopiesNoOwner) {
   ZnCriticalSection first, second;
+  EXPECT_EQ(CountOnTwoThreads([&](auto increment) {
+              first.Enter();
+              first.Enter();
+              increment();
+              first.Leave();
+              first.Leave();
+            }),
+            40000);
   first.Enter();
   second = first;
-  std::thread other([&] {
+  std::thread([&] {
     second.Enter();  // would block for ever if the state were shared
     second.Leave();
-  });
-  other.join();
+  }).join();
   first.Leave();
 }
 

@@ -3,11 +3,9 @@
 #include <atomic>
 #include <thread>
 
-#include <sched.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-
 #include <gtest/gtest.h>
+
+#include "ThreadTestSupport.h"
 
 // The lock yields the processor once between two tries: counting this
 // thread's yields counts its tries.
@@ -18,6 +16,8 @@ extern "C" int sched_yield() noexcept {
 }
 
 namespace {
+
+using znutil_test::CountOnTwoThreads;
 
 TEST(ZnLockTest, TestTriesAndCopiesOnOneThread) {
   ZnLock lock;
@@ -36,8 +36,7 @@ TEST(ZnLockTest, TestTriesAndCopiesOnOneThread) {
     EXPECT_FALSE(lock.Lock(c.timeout));
     EXPECT_EQ(yields + 1, c.tries) << "Lock(" << c.timeout << ")";
   }
-  ZnLock copy(lock);
-  EXPECT_FALSE(copy.Test()) << "a copy takes the state of the word";
+  EXPECT_FALSE(ZnLock(lock).Test()) << "a copy takes the state of the word";
   ZnLock assigned;
   assigned = lock;
   EXPECT_FALSE(assigned.Lock(0));
@@ -58,19 +57,12 @@ TEST(ZnLockTest, ExcludesOtherThreadsAndAnyThreadMayUnlock) {
   lock.Unlock();
   waiter.join();
   EXPECT_TRUE(acquired.load());
-
-  long counter = 0;  // plain on purpose: the lock alone guards it
-  auto work = [&] {
-    for (int i = 0; i < 20000; ++i) {
-      lock.Lock(-1);
-      ++counter;
-      lock.Unlock();
-    }
-  };
-  std::thread a(work), b(work);
-  a.join();
-  b.join();
-  EXPECT_EQ(counter, 40000);
+  EXPECT_EQ(CountOnTwoThreads([&](auto increment) {
+              lock.Lock(-1);
+              increment();
+              lock.Unlock();
+            }),
+            40000);
 }
 
 }  // namespace

@@ -1,35 +1,27 @@
 #include <znutil/concurrency/ZnNativeThread.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <memory>
 #include <random>
 #include <sys/resource.h>
-#include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include <znutil/concurrency/ZnCriticalSection.h>
 #include <znutil/concurrency/ZnNativeThreadWaitObject.h>
 #include <znutil/concurrency/ZnSleeper.h>
-#include <znutil/concurrency/ZnThread.h>
 #include <znutil/platform/Thread.h>
 
 #include "ThreadTestSupport.h"
 
 namespace {
 
+using namespace znutil_test;
 using znutil::platform::GetThreadMessage;
 using znutil::platform::ThreadMessage;
 using znutil::platform::WaitResult;
-using znutil_test::Eventually;
-using znutil_test::GatedWork;
-using znutil_test::kGenerous;
-using znutil_test::RunOn;
-using znutil_test::SpinWork;
 
 bool Marked(ZnThread const &thread) { return (thread.GetState() & ZnThread::kStateSuspended) != 0; }
 
@@ -40,97 +32,74 @@ bool Frozen(std::atomic<long> const &progress) {
   return progress.load() == before;
 }
 
+// True once `progress` moves on from where it is now.
+bool Moves(std::atomic<long> const &progress) {
+  long const from = progress.load();
+  return Eventually([&] { return progress.load() > from; });
+}
+
 int NiceOf(ZnThread const &thread) {
   errno = 0;
   return getpriority(PRIO_PROCESS, static_cast<id_t>(thread.GetId()));
 }
 
+// Busy or not, a suspended thread is held in a kernel wait, not spinning a
+// core away.
 TEST(ZnNativeThreadTest, SuspendCountsOnARunningThreadSetTheMarkOnlyFromTheSecond) {
-  ZnThread thread(0);
-  SpinWork work;
-  ASSERT_TRUE(thread.AssignWork(&work, 0));
-  ASSERT_TRUE(Eventually([&] { return work.progress.load() > 0; }));
+  for (bool busy : {false, true}) {
+    SCOPED_TRACE(busy ? "busy" : "pausing");
+    ZnThread thread(0);
+    SpinWork work(busy);
+    ASSERT_TRUE(thread.AssignWork(&work, 0));
+    ASSERT_TRUE(Moves(work.progress));
+    thread.Suspend();  // previous count 0: the mark stays clear, deliberately
+    EXPECT_FALSE(Marked(thread));
+    EXPECT_TRUE(Eventually([&] { return Asleep(thread.GetId()); }));
+    EXPECT_TRUE(Frozen(work.progress));
+    thread.Suspend();  // previous count 1
+    EXPECT_TRUE(Marked(thread));
+    thread.Resume();  // previous count 2
+    EXPECT_TRUE(Frozen(work.progress));
+    thread.Resume();  // previous count 1: it runs, and the mark stays
+    EXPECT_TRUE(Marked(thread));
+    ASSERT_TRUE(Moves(work.progress));
+    thread.Resume();  // previous count 0: only now the mark goes
+    EXPECT_FALSE(Marked(thread));
 
-  thread.Suspend();  // previous count 0: the mark stays clear, deliberately
-  EXPECT_FALSE(Marked(thread));
-  EXPECT_TRUE(Frozen(work.progress));
-  thread.Suspend();  // previous count 1
-  EXPECT_TRUE(Marked(thread));
-  thread.Resume();  // previous count 2
-  EXPECT_TRUE(Frozen(work.progress));
-  thread.Resume();  // previous count 1: it runs, and the mark stays
-  EXPECT_TRUE(Marked(thread));
-  long const resumedAt = work.progress.load();
-  ASSERT_TRUE(Eventually([&] { return work.progress.load() > resumedAt; }));
-  thread.Resume();  // previous count 0: only now the mark goes
-  EXPECT_FALSE(Marked(thread));
-
-  work.stop.store(true);
-  thread.SignalShutdown(true);
-  thread.Suspend();  // fails on an ended thread: all ones sets the mark
-  EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded | ZnThread::kStateSuspended);
-}
-
-TEST(ZnNativeThreadTest, SuspendAndResumeRaceWithoutLosingACount) {
-  ZnThread thread(0);
-  SpinWork work;
-  ASSERT_TRUE(thread.AssignWork(&work, 0));
-  std::vector<std::thread> controllers;
-  for (int c = 0; c < 3; ++c) {
-    controllers.emplace_back([&] {
-      for (int i = 0; i < 200; ++i) {
-        thread.Suspend();
-        thread.Resume();
-      }
-    });
+    work.stop.store(true);
+    thread.SignalShutdown(true);
+    thread.Suspend();  // fails on an ended thread: all ones sets the mark
+    EXPECT_EQ(thread.GetState(), ZnThread::kStateEnded | ZnThread::kStateSuspended);
   }
-  for (std::thread &controller : controllers) controller.join();
-  long const after = work.progress.load();
-  ASSERT_TRUE(Eventually([&] { return work.progress.load() > after; }));  // not left parked
-  work.stop.store(true);
-  thread.SignalShutdown(true);
 }
 
-TEST(ZnNativeThreadTest, SuspendCountsAtCreationHoldTheThreadBack) {
-  ZnThread thread(ZnThread::kStartSuspended);
-  thread.Suspend();  // previous count 1
-  EXPECT_TRUE(Marked(thread));
-  thread.Resume();  // previous count 2
-  for (int i = 0; i < 100; ++i) std::this_thread::yield();
-  EXPECT_EQ(thread.GetId(), 0u);
-  thread.Resume();  // previous count 1: it starts
-  ASSERT_TRUE(Eventually([&] { return thread.GetState() == ZnThread::kStateIdle; }));  // SetState wipes the mark
-  thread.SignalShutdown(true);
-}
-
-TEST(ZnNativeThreadTest, ASuspendedBusyThreadSleepsInTheKernelUntilResumed) {
+// Suspends and resumes from several threads at once lose no count, and a
+// thread suspended twice is still reached by Terminate.
+TEST(ZnNativeThreadTest, SuspendAndResumeRaceWithoutLosingACountAndTerminateReachesASuspendedThread) {
   ZnThread thread(0);
-  std::atomic<long> progress{0};
-  std::atomic<bool> stop{false};
-  znutil_test::FunctionWork work([&] {
-    while (!stop.load()) progress.fetch_add(1);  // never sleeps by itself
-  });
+  SpinWork work;
   ASSERT_TRUE(thread.AssignWork(&work, 0));
-  ASSERT_TRUE(Eventually([&] { return progress.load() > 0; }));
+  Concurrently(3, [&] {
+    for (int i = 0; i < 200; ++i) {
+      thread.Suspend();
+      thread.Resume();
+    }
+  });
+  ASSERT_TRUE(Moves(work.progress));  // not left parked
   thread.Suspend();
-  // Held in a kernel wait, not spinning a core away.
-  EXPECT_TRUE(Eventually([&] { return znutil_test::Asleep(static_cast<long>(thread.GetId())); }));
-  EXPECT_TRUE(Frozen(progress));
-  thread.Resume();
-  long const resumedAt = progress.load();
-  EXPECT_TRUE(Eventually([&] { return progress.load() > resumedAt; }));
-  stop.store(true);
-  EXPECT_EQ(work.done.Wait(kGenerous), 0);
-  thread.SignalShutdown(true);
+  thread.Suspend();
+  thread.Terminate(0);
+  ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
+  thread.Resume();  // the thread is gone: nothing to resume
+  EXPECT_TRUE(Marked(thread));
 }
 
 TEST(ZnNativeThreadTest, TerminateEndsAThreadWithoutItsEndOfThreadWork) {
   struct Phases : ZnThreadNotify {
     void Notify(int phase, ZnThread *) override { seen.fetch_or(1 << phase); }
     std::atomic<int> seen{0};
-  };
-  Phases idlePhases;
-  ZnThread idle(ZnThread::kStartSuspended);
+  } idlePhases, neverPhases;
+  ZnThread idle(ZnThread::kStartSuspended), never(ZnThread::kStartSuspended);
   idle.SetNotification(&idlePhases);
   idle.Resume();
   ASSERT_TRUE(Eventually([&] { return idle.GetState() == ZnThread::kStateIdle; }));
@@ -139,26 +108,11 @@ TEST(ZnNativeThreadTest, TerminateEndsAThreadWithoutItsEndOfThreadWork) {
   EXPECT_EQ(idle.GetState(), ZnThread::kStateIdle);  // never reached its end
   EXPECT_EQ(idlePhases.seen.load(), 1);
 
-  Phases neverPhases;
-  ZnThread never(ZnThread::kStartSuspended);
   never.SetNotification(&neverPhases);
   never.Terminate(0);  // at its start gate: it never runs
   ASSERT_TRUE(never.WaitForThreadToExit(kGenerous));
   EXPECT_EQ(neverPhases.seen.load(), 0);
   EXPECT_EQ(never.GetId(), 0u);
-}
-
-TEST(ZnNativeThreadTest, TerminateReachesASuspendedRunningThread) {
-  ZnThread thread(0);
-  SpinWork work;
-  ASSERT_TRUE(thread.AssignWork(&work, 0));
-  ASSERT_TRUE(Eventually([&] { return work.progress.load() > 0; }));
-  thread.Suspend();
-  thread.Suspend();
-  thread.Terminate(0);
-  ASSERT_TRUE(thread.WaitForThreadToExit(kGenerous));
-  thread.Resume();  // the thread is gone: nothing to resume
-  EXPECT_TRUE(Marked(thread));
 }
 
 // A thread is not cancelled while it holds a critical section at any level;
@@ -168,15 +122,13 @@ TEST(ZnNativeThreadTest, TerminateWaitsUntilTheLastCriticalSectionIsLeft) {
     ZnCriticalSection section;
     ZnEvent holding(true), go(true), never(true);
     std::atomic<int> reached{0};
-    znutil_test::FunctionWork work([&] {
+    FunctionWork work([&] {
       for (int level = 0; level < levels; ++level) section.Enter();
       holding.Signal();
       go.Wait(INFINITE);
-      reached = 1;
-      for (int level = 0; level < levels; ++level) {
+      for (reached = 1; reached <= levels; ++reached) {
         section.Leave();
         never.Wait(1);
-        ++reached;
       }
     });
     ZnThread thread(0);
@@ -192,19 +144,18 @@ TEST(ZnNativeThreadTest, TerminateWaitsUntilTheLastCriticalSectionIsLeft) {
 TEST(ZnNativeThreadTest, TimeSpentSuspendedCountsTowardASleep) {
   ZnThread thread(0);
   std::atomic<long> id{0};
-  znutil_test::FunctionWork work([&] {
-    id = znutil_test::ThreadId();
+  FunctionWork work([&] {
+    id = ThreadId();
     ZnSleeper::Snooze(1500);
   });
   ASSERT_TRUE(thread.AssignWork(&work, 0));
-  ASSERT_TRUE(Eventually([&] { return id.load() != 0 && znutil_test::Asleep(id.load()); }));
+  ASSERT_TRUE(Eventually([&] { return id.load() != 0 && Asleep(id.load()); }));
   auto const sleepEnd = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
   thread.Suspend();
   EXPECT_TRUE(Eventually([&] { return std::chrono::steady_clock::now() > sleepEnd; }));
   thread.Resume();
   // Its end has passed: it does not sleep the time that was left again.
   EXPECT_EQ(work.done.Wait(1000), 0);
-  EXPECT_EQ(work.done.Wait(kGenerous), 0);
   thread.SignalShutdown(true);
 }
 
@@ -212,20 +163,19 @@ TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
   ZnEvent autoReset(false), manualReset(true);
   std::atomic<bool> stop{false};
   ZnThread inbox(0);
-  znutil_test::FunctionWork reader([&] {
-    ThreadMessage message;
-    while (!stop.load()) GetThreadMessage(&message, 10);
+  FunctionWork reader([&] {
+    for (ThreadMessage message; !stop.load();) GetThreadMessage(&message, 10);
   });
   ASSERT_TRUE(inbox.AssignWork(&reader, 0));
   // Workers that go through every lock of the events, the message queues
   // and thread start, round after round.
   constexpr int kWorkers = 3;
   std::atomic<long> rounds[kWorkers] = {};
-  std::vector<std::unique_ptr<znutil_test::FunctionWork>> jobs;
+  std::vector<std::unique_ptr<FunctionWork>> jobs;
   std::vector<std::unique_ptr<ZnThread>> workers;
   for (int w = 0; w < kWorkers; ++w) {
-    jobs.push_back(std::make_unique<znutil_test::FunctionWork>([&, w] {
-      for (long round = 0; !stop.load(); ++round) {
+    jobs.push_back(std::make_unique<FunctionWork>([&, w] {
+      for (long round = 0; !stop.load(); rounds[w].store(++round)) {
         autoReset.Signal();
         autoReset.Wait(0);
         autoReset.Pulse();
@@ -233,7 +183,6 @@ TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
         manualReset.Reset();
         inbox.PostThreadMessageA(0x400, 0, round);
         if (round % 16 == 0) ZnThread(0).SignalShutdown(true);
-        rounds[w].fetch_add(1);
       }
     }));
     workers.push_back(std::make_unique<ZnThread>(0));
@@ -246,20 +195,14 @@ TEST(ZnNativeThreadTest, ASuspendedThreadHoldsUpNoOtherThread) {
     workers[target]->Suspend();
     for (unsigned spin = random() % 1000; spin > 0; --spin) std::this_thread::yield();
     // The others get on, whatever the suspended one was doing.
-    auto const others = [&] {
-      long sum = 0;
-      for (int w = 0; w < kWorkers; ++w) sum += w != target ? rounds[w].load() : 0;
-      return sum;
-    };
+    auto const others = [&] { return rounds[0] + rounds[1] + rounds[2] - rounds[target]; };
     long const before = others();
     heldUp += Eventually([&] { return others() != before; }, 5) ? 0 : 1;
     workers[target]->Resume();
   }
   EXPECT_EQ(heldUp, 0);
   stop.store(true);
-  for (auto &job : jobs) EXPECT_EQ(job->done.Wait(kGenerous), 0);
   for (auto &worker : workers) worker->SignalShutdown(true);
-  EXPECT_EQ(reader.done.Wait(kGenerous), 0);
   inbox.SignalShutdown(true);
 }
 
@@ -288,44 +231,33 @@ TEST(ZnNativeThreadTest, PriorityLevelsMapToNiceValues) {
 }
 
 TEST(ZnNativeThreadTest, MessagesReachLibraryThreadsOnly) {
-  ZnThread thread(ZnThread::kStartSuspended);
-  thread.Resume();
+  ZnThread thread(0);
   ASSERT_TRUE(Eventually([&] { return thread.GetId() != 0; }));
   EXPECT_TRUE(thread.PostThreadMessageA(0x400, 7, -9));
   EXPECT_TRUE(thread.PostThreadMessageA(WM_QUIT, 0, 0));
-  std::vector<ThreadMessage> received;
   ASSERT_TRUE(RunOn(thread, [&] {
     ThreadMessage message;
-    while (GetThreadMessage(&message, kGenerous) == WaitResult::kSignalled) {
-      received.push_back(message);
-      if (message.message == WM_QUIT) break;
-    }
+    ASSERT_EQ(GetThreadMessage(&message, kGenerous), WaitResult::kSignalled);
+    EXPECT_EQ(message.message, 0x400u);
+    EXPECT_EQ(message.wParam, 7u);
+    EXPECT_EQ(message.lParam, -9);
+    ASSERT_EQ(GetThreadMessage(&message, kGenerous), WaitResult::kSignalled);
+    EXPECT_EQ(message.message, WM_QUIT);
     EXPECT_EQ(GetThreadMessage(&message, 0), WaitResult::kTimeout);
   }));
-  ASSERT_EQ(received.size(), 2u);
-  EXPECT_EQ(received[0].message, 0x400u);
-  EXPECT_EQ(received[0].wParam, 7u);
-  EXPECT_EQ(received[0].lParam, -9);
-  EXPECT_EQ(received[1].message, WM_QUIT);
-
   // A timed wait takes a message posted while it waits.
-  std::atomic<bool> waiting{false};
-  std::thread poster([&] {
-    EXPECT_TRUE(Eventually([&] { return waiting.load(); }));
-    EXPECT_TRUE(thread.PostThreadMessageA(0x401, 0, 0));
-  });
-  WaitResult late = WaitResult::kFailed;
-  EXPECT_TRUE(RunOn(thread, [&] {
+  FunctionWork late([&] {
     ThreadMessage message;
-    waiting.store(true);
-    late = GetThreadMessage(&message, kGenerous);
-  }));
-  poster.join();
-  EXPECT_EQ(late, WaitResult::kSignalled);
+    EXPECT_EQ(GetThreadMessage(&message, kGenerous), WaitResult::kSignalled);
+  });
+  ASSERT_TRUE(Eventually([&] { return thread.AssignWork(&late, 0); }));
+  ASSERT_TRUE(Eventually([&] { return thread.GetState() == ZnThread::kStateWorking && Asleep(thread.GetId()); }));
+  EXPECT_TRUE(thread.PostThreadMessageA(0x401, 0, 0));
+  EXPECT_EQ(late.done.Wait(kGenerous), 0);
   thread.SignalShutdown(true);
   EXPECT_FALSE(thread.PostThreadMessageA(0x400, 0, 0));  // its queue went with it
 
-  znutil_test::OnForeignThread([] {
+  OnForeignThread([] {
     ZnThread adopted(ZnThread::kAdoptCallingThread);
     EXPECT_FALSE(adopted.PostThreadMessageA(0x400, 0, 0));
     ThreadMessage message;
@@ -340,11 +272,8 @@ TEST(ZnNativeThreadTest, HandlesOutliveTheThreadAndItsObject) {
   thread->Resume();
   thread->SignalShutdown(true);  // the thread, its object and its handle are gone
   EXPECT_TRUE(copy.WaitForThreadToExit(0));
-
-  ZnNativeThreadWaitObject none(nullptr);
-  EXPECT_TRUE(none.Wait(0));  // no thread: the wait fails, which is not a timeout
-  ZnPrimitiveThreadWaitObject base;
-  EXPECT_FALSE(base.Wait(0));
+  EXPECT_TRUE(ZnNativeThreadWaitObject(nullptr).Wait(0));  // no thread: the wait fails, which is not a timeout
+  EXPECT_FALSE(ZnPrimitiveThreadWaitObject().Wait(0));
 }
 
 }  // namespace

@@ -1,28 +1,20 @@
 #include <znutil/concurrency/ZnThread.h>
 
-#include <thread>
-#include <unistd.h>
-
 #include <gtest/gtest.h>
-
-#include <znutil/memory/ZnFixedBlockAllocator.h>
 
 #include "ThreadTestSupport.h"
 
 namespace {
 
-using znutil_test::OnForeignThread;
-using znutil_test::RunOn;
+using namespace znutil_test;
 
 ZnString const kName("Slot");
 
 // A second Alloc keeps the first value, Free forgets it, and each thread
 // sees only its own values.
 TEST(ZnThreadDataTest, EachThreadSeesOnlyItsOwnValues) {
-  ZnThread first(0);
-  ZnThread second(0);
-  int firstValue = 1;
-  int secondValue = 2;
+  ZnThread first(0), second(0);
+  int firstValue = 1, secondValue = 2;
   ASSERT_TRUE(RunOn(first, [&] {
     EXPECT_TRUE(ZnThread::AllocThreadData(kName, &secondValue));
     EXPECT_FALSE(ZnThread::AllocThreadData(kName, &firstValue));
@@ -38,19 +30,18 @@ TEST(ZnThreadDataTest, EachThreadSeesOnlyItsOwnValues) {
     EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
     EXPECT_TRUE(ZnThread::AllocThreadData(kName, &secondValue));
   }));
-  ASSERT_TRUE(RunOn(first, [&] {
-    EXPECT_EQ(ZnThread::GetThreadData(kName), &firstValue);
-    EXPECT_EQ(ZnThread::GetThread(), &first);
-  }));
-  ASSERT_TRUE(RunOn(second, [&] {
-    EXPECT_EQ(ZnThread::GetThreadData(kName), &secondValue);
-    EXPECT_EQ(ZnThread::GetThread(), &second);
-  }));
-  first.SignalShutdown(true);
-  second.SignalShutdown(true);
+  std::pair<ZnThread *, int *> const owners[] = {{&first, &firstValue}, {&second, &secondValue}};
+  for (auto const &owner : owners) {
+    ASSERT_TRUE(RunOn(*owner.first, [&] {
+      EXPECT_EQ(ZnThread::GetThreadData(kName), owner.second);
+      EXPECT_EQ(ZnThread::GetThread(), owner.first);
+    }));
+    owner.first->SignalShutdown(true);
+  }
 }
 
-TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
+// An adopted thread is found by GetThread and stores work that nothing runs.
+TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSomeOrIsAdopted) {
   std::thread([] {
     // A thread that ends without giving its heap back keeps it: let it be
     // a new one rather than one that library threads gave back.
@@ -64,29 +55,20 @@ TEST(ZnThreadDataTest, ForeignThreadHasNoDataUntilItMakesSome) {
     EXPECT_EQ(ZnThread::GetThread(), nullptr);
     EXPECT_TRUE(ZnThread::AllocThreadData(kName, &value));
     EXPECT_EQ(ZnThread::GetThreadData(kName), &value);
-    // Left for the thread's end to destroy.
-  }).join();
-}
-
-TEST(ZnThreadDataTest, DestroyedDataIsForgottenAndAnAdoptedThreadIsFoundByGetThread) {
-  OnForeignThread([] {
-    int value = 4;
-    ZnThread::InitializeThreadData(nullptr);
-    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
     ZnThread::DestroyThreadData();
     EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
     EXPECT_FALSE(ZnThread::AllocThreadData(kName, &value));
 
     ZnThread adopted(ZnThread::kAdoptCallingThread);
     EXPECT_EQ(ZnThread::GetThread(), &adopted);
-    EXPECT_EQ(adopted.GetId(), static_cast<unsigned long>(gettid()));
-    EXPECT_EQ(adopted.GetState(), ZnThread::kStateConstructed);
+    EXPECT_EQ(adopted.GetId(), static_cast<unsigned long>(ThreadId()));
     EXPECT_FALSE(adopted.WaitForThreadToExit(0));
-    znutil_test::GatedWork work;
+    GatedWork work;
     EXPECT_TRUE(adopted.AssignWork(&work, 0));  // stored; nothing runs it
     EXPECT_EQ(work.started.Wait(0), 1);
     EXPECT_EQ(adopted.GetState(), ZnThread::kStateConstructed);
-  });
+    EXPECT_TRUE(ZnThread::AllocThreadData(kName, &value));  // left for the thread's end to destroy
+  }).join();
 }
 
 TEST(ZnThreadDataTest, ReleaseTlsHidesEveryRecordUntilTheSlotIsMadeAgain) {
@@ -114,16 +96,13 @@ TEST(ZnThreadDataTest, DestroyingASelfDeletingThreadsObjectTakesTheCallersData) 
   OnForeignThread([] {
     int value = 6;
     auto *thread = new ZnThread(ZnThread::kSelfDeleting | ZnThread::kStartSuspended);
-    ZnThread::InitializeThreadData(nullptr);
-    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
-    { ZnThread copy(*thread); }  // deliberate: the caller's data goes
-    EXPECT_EQ(ZnThread::GetThreadData(kName), nullptr);
-
-    ZnThread::InitializeThreadData(nullptr);
-    ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
-    thread->ModState(ZnThread::kKeepThreadData);
-    { ZnThread copy(*thread); }
-    EXPECT_EQ(ZnThread::GetThreadData(kName), &value);
+    for (bool keep : {false, true}) {
+      ZnThread::InitializeThreadData(nullptr);
+      ASSERT_TRUE(ZnThread::AllocThreadData(kName, &value));
+      if (keep) thread->ModState(ZnThread::kKeepThreadData);
+      { ZnThread copy(*thread); }  // deliberate: unless kept, the caller's data goes
+      EXPECT_EQ(ZnThread::GetThreadData(kName), keep ? &value : nullptr);
+    }
     thread->Resume();
     thread->SignalShutdown(true);
   });

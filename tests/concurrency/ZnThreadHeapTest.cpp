@@ -1,12 +1,9 @@
 // The hand-over of allocator heaps from threads that end to threads that start.
 #include <znutil/concurrency/ZnThread.h>
 
-#include <cstdint>
 #include <set>
 
 #include <gtest/gtest.h>
-
-#include <znutil/memory/ZnFixedBlockAllocator.h>
 
 #include "../memory/BlockHeader.h"
 #include "ThreadTestSupport.h"
@@ -14,21 +11,17 @@
 namespace {
 
 using znutil_test::HeapIndex;
-using znutil_test::RunOn;
 
 // Starts a thread, lets it allocate `size` bytes, and ends it. Yields the
 // heap index of the block; the block itself goes to `*block` or is freed.
 unsigned RunAndEnd(int flags, unsigned long size, void **block = nullptr) {
   auto *thread = new ZnThread(flags);
   unsigned index = 0;
-  EXPECT_TRUE(RunOn(*thread, [&] {
+  EXPECT_TRUE(znutil_test::RunOn(*thread, [&] {
     void *allocated = ZnFixedBlockAllocator::Alloc(size);
     index = HeapIndex(allocated);
-    if (block != nullptr) {
-      *block = allocated;
-    } else {
-      ZnFixedBlockAllocator::Free(allocated);
-    }
+    if (block == nullptr) ZnFixedBlockAllocator::Free(allocated);
+    else *block = allocated;
   }));
   thread->SignalShutdown(true);
   if (!(flags & ZnThread::kSelfDeleting)) delete thread;
@@ -40,28 +33,17 @@ unsigned RunAndEnd(int flags, unsigned long size, void **block = nullptr) {
 constexpr unsigned long kRareSize = 1000;
 
 TEST(ZnThreadHeapTest, HeapGivenBackAtThreadEndIsAdoptedByTheNextThread) {
-  void *first = nullptr;
+  void *first = nullptr, *again = nullptr;
   unsigned const firstIndex = RunAndEnd(0, kRareSize, &first);
   ZnFixedBlockAllocator::Free(first);  // onto the orphaned heap's list
-
-  auto *next = new ZnThread(ZnThread::kSelfDeleting);
-  void *again = nullptr;
-  unsigned nextIndex = 0;
-  ASSERT_TRUE(RunOn(*next, [&] {
-    again = ZnFixedBlockAllocator::Alloc(kRareSize);
-    nextIndex = HeapIndex(again);
-  }));
-  EXPECT_EQ(nextIndex, firstIndex);
+  EXPECT_EQ(RunAndEnd(ZnThread::kSelfDeleting, kRareSize, &again), firstIndex);
   EXPECT_EQ(again, first);  // the free list came with the heap
   ZnFixedBlockAllocator::Free(again);
-  next->SignalShutdown(true);
 }
 
 TEST(ZnThreadHeapTest, ThousandThreadsInTurnReuseOneHeap) {
   std::set<unsigned> indexes;
-  for (int i = 0; i < 1000; ++i) {
-    indexes.insert(RunAndEnd(i % 2 == 0 ? 0 : ZnThread::kSelfDeleting, 24 + i % 200));
-  }
+  for (int i = 0; i < 1000; ++i) indexes.insert(RunAndEnd(i % 2 == 0 ? 0 : ZnThread::kSelfDeleting, 24 + i % 200));
   EXPECT_EQ(indexes.size(), 1u) << "heaps were not given back";
 }
 
