@@ -39,8 +39,8 @@ TEST_F(ZnExeFileMappingTest, FindsTheHeadersOfARealImage) {
   ASSERT_TRUE(image.GetSectionHeaderByName(&resources, ".rsrc"));
   EXPECT_EQ(kResourceVirtual, resources.VirtualAddress);
   EXPECT_EQ(kResourceRaw, resources.PointerToRawData);
-  EXPECT_FALSE(image.GetSectionHeaderByName(&resources, ".RSRC"));  // case matters
-  EXPECT_FALSE(image.GetSectionHeaderByName(&resources, ".rsr"));   // whole names only
+  // Case matters, and whole names only.
+  EXPECT_FALSE(image.GetSectionHeaderByName(&resources, ".RSRC") || image.GetSectionHeaderByName(&resources, ".rsr"));
   EXPECT_EQ(base + kResourceRaw, image.GetDirectoryAddress(IMAGE_DIRECTORY_ENTRY_RESOURCE));
 }
 
@@ -51,14 +51,12 @@ TEST_F(ZnExeFileMappingTest, DirectoryIndexAtOrBeyondTheCountGivesNullAndLongSec
   std::memcpy(&bytes[kResourceSectionHeader], ".rsrcdat", 8);
   ZnExeFileMapping image(WriteBytes(sample, bytes).c_str());
   EXPECT_EQ(Raw(image.Address()) + kResourceRaw, image.GetDirectoryAddress(2));
-  EXPECT_EQ(nullptr, image.GetDirectoryAddress(3));
-  EXPECT_EQ(nullptr, image.GetDirectoryAddress(0xFFFFFFFF));
-  EXPECT_EQ(nullptr, image.GetDirectoryAddress(0));  // address 0 lies in no section
+  // At or beyond the count, and 0, an address in no section.
+  for (ZnULong index : {3u, 0xFFFFFFFFu, 0u}) EXPECT_EQ(nullptr, image.GetDirectoryAddress(index)) << index;
   IMAGE_SECTION_HEADER header;
   EXPECT_TRUE(image.GetSectionHeaderByName(&header, ".rsrcdat"));
   EXPECT_EQ(kResourceVirtual, header.VirtualAddress);
-  EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrc"));
-  EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrcdata"));
+  EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrc") || image.GetSectionHeaderByName(&header, ".rsrcdata"));
   EXPECT_TRUE(image.GetSectionHeaderByName(&header, ".text"));
   EXPECT_EQ(0x1000u, header.VirtualAddress);
 }
@@ -75,8 +73,7 @@ TEST_F(ZnExeFileMappingTest, ClosedOrUnmappableGivesNothingAndDoesNotCrash) {
   EXPECT_FALSE(image.GetSectionHeaderByName(&header, ".rsrc"));
   EXPECT_TRUE(image.Close());
 
-  EXPECT_FALSE(image.Open((folder / "missing.exe").c_str()));
-  EXPECT_FALSE(image.IsOpen());
+  EXPECT_FALSE(image.Open((folder / "missing.exe").c_str()) || image.IsOpen());
   EXPECT_FALSE(ZnExeFileMapping(folder.Path().c_str()).IsOpen());
   EXPECT_FALSE(ZnExeFileMapping(WriteBytes(folder / "empty.exe", {}).c_str()).IsOpen());
   // A file that cannot be written cannot be opened even to read.
@@ -91,8 +88,7 @@ TEST_F(ZnExeFileMappingTest, OpenWhileOpenKeepsTheViewAndTheNewPathForLater) {
   EXPECT_FALSE(image.Open(other.c_str()));
   EXPECT_EQ(view, image.Address());
   EXPECT_EQ('M', Raw(image.Address())[0]);
-  EXPECT_TRUE(image.Close());
-  EXPECT_TRUE(image.Close());
+  EXPECT_TRUE(image.Close() && image.Close());
   ASSERT_TRUE(image.Open());
   EXPECT_EQ('Z', Raw(image.Address())[0]);
 }

@@ -16,15 +16,11 @@ unsigned char *Raw(void *address) { return static_cast<unsigned char *>(address)
 
 char const *Type(std::uintptr_t number) { return reinterpret_cast<char const *>(number); }
 
-// Four resources behind two named type entries. In the resource section:
-// the root at 0 (two named and two numbered entries), type 6 at 48, (6,1)
-// at 72 and its data entry at 96, type 16 at 112, (16,1) at 144 and its data
-// entries at 176 (0x407) and 192 (0x409), then (16,2) at 208 and its data
-// entry at 232.
+// Four resources behind two named type entries. In the resource section: the root at 0 (two named and two
+// numbered entries), type 6 at 48, (6,1) at 72 and its data entry at 96, type 16 at 112, (16,1) at 144 and
+// its data entries at 176 (0x407) and 192 (0x409), then (16,2) at 208 and its data entry at 232.
 Image Tree() {
-  return BuildImage({{16, 1, 0x409, {'a', 'a', 'a', 'a'}},
-                     {16, 1, 0x407, {'b', 'b'}},
-                     {16, 2, 0x409, {'c'}},
+  return BuildImage({{16, 1, 0x409, {'a', 'a', 'a', 'a'}}, {16, 1, 0x407, {'b', 'b'}}, {16, 2, 0x409, {'c'}},
                      {6, 1, 0x409, {'d', 'd', 'd'}}},
                     2);
 }
@@ -77,16 +73,13 @@ TEST_F(ZnExeResourcesTest, UpperLevelsMustLeadToDirectories) {
 
 TEST_F(ZnExeResourcesTest, NoResourcesOrNoViewGiveNull) {
   EXPECT_EQ(nullptr, ZnExeResources().FindResourceA(RT_VERSION, 1, 0x409));
-  Bytes noDirectory = ReadBytes(SampleImagePath()), unnamed = noDirectory;
-  PutDword(noDirectory, kOptionalHeader + 92, 2);
-  // Without a section called ".rsrc" the data's address cannot be told.
+  // Without a section called ".rsrc" the data's address cannot be told (too few directories: DamagedImageTest).
+  Bytes unnamed = ReadBytes(SampleImagePath());
   std::copy_n(".data", 6, &unnamed[kResourceSectionHeader]);
   unnamed.resize(std::max<std::size_t>(unnamed.size(), 0x5000));  // room for a wrong address to land in
-  for (Bytes const &bytes : {noDirectory, unnamed}) {
-    ZnExeResources image(Write(bytes).c_str());
-    EXPECT_TRUE(image.IsOpen());
-    EXPECT_EQ(nullptr, image.FindResourceA(RT_VERSION, 1, 0x409));
-  }
+  ZnExeResources image(Write(unnamed).c_str());
+  EXPECT_TRUE(image.IsOpen());
+  EXPECT_EQ(nullptr, image.FindResourceA(RT_VERSION, 1, 0x409));
 }
 
 TEST_F(ZnExeResourcesTest, CopiesAndReopenedObjectsSearchTheirOwnView) {

@@ -12,8 +12,7 @@ namespace {
 using namespace znutil_test;
 
 char const kThreeHoursEast[] = "XYZ-3";
-// Central Europe: UTC+1, and UTC+2 from the last Sunday of March to the
-// last Sunday of October.
+// Central Europe: UTC+1, and UTC+2 from the last Sunday of March to the last Sunday of October.
 char const kCentralEurope[] = "CET-1CEST,M3.5.0,M10.5.0/3";
 
 ZnSystemTime Make(SYSTEMTIME const &fields, int kind) {
