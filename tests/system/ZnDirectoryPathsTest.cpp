@@ -3,6 +3,7 @@
 #include <znutil/system/ZnDirectory.h>
 #include <znutil/system/ZnPathFunctions.h>
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -17,9 +18,7 @@ using znutil_test::Text;
 
 // A path function of two paths, its arguments and its stated result.
 struct PathCase {
-  char const *first;
-  char const *second;
-  char const *expected;
+  char const *first, *second, *expected;
 };
 
 template <std::size_t N>
@@ -98,10 +97,8 @@ TEST(ZnDirectoryPathsTest, SeparatorHelpers) {
 }
 
 TEST(ZnDirectoryPathsTest, FreeFunctionsSplitLikeSplitPath) {
-  struct Case {
-    char const *path;
-    char const *fileName, *directory, *base, *extension, *drive, *withoutDrive;
-  } const cases[] = {
+  using Row = std::array<std::string, 7>;  // the path; its name, directory, base, extension, drive, rest
+  Row const rows[] = {
       {"C:\\tools\\App.exe", "App.exe", "C:\\tools\\", "App", ".exe", "C:", "\\tools\\App.exe"},
       {"a/b.c.d", "b.c.d", "a/", "b.c", ".d", "", "a/b.c.d"},
       {"D:name", "name", "D:", "name", "", "D:", "name"},
@@ -109,14 +106,12 @@ TEST(ZnDirectoryPathsTest, FreeFunctionsSplitLikeSplitPath) {
       {"folder\\", "", "folder\\", "", "", "", "folder\\"},
       {"", "", "", "", "", "", ""},
   };
-  for (Case const &c : cases) {
-    ZnString const path(c.path);
-    EXPECT_EQ(Text(ZnGetFileNameFromPath(path)), c.fileName) << c.path;
-    EXPECT_EQ(Text(ZnGetDirectoryFromPath(path)), c.directory) << c.path;
-    EXPECT_EQ(Text(ZnGetBaseFileFromPath(path)), c.base) << c.path;
-    EXPECT_EQ(Text(ZnGetExtensionFromPath(path)), c.extension) << c.path;
-    EXPECT_EQ(Text(ZnGetDriveFromPath(path)), c.drive) << c.path;
-    EXPECT_EQ(Text(ZnRemoveDriveFromPath(path)), c.withoutDrive) << c.path;
+  for (Row const &row : rows) {
+    ZnString const path(row[0].c_str());
+    EXPECT_EQ((Row{row[0], Text(ZnGetFileNameFromPath(path)), Text(ZnGetDirectoryFromPath(path)),
+                   Text(ZnGetBaseFileFromPath(path)), Text(ZnGetExtensionFromPath(path)),
+                   Text(ZnGetDriveFromPath(path)), Text(ZnRemoveDriveFromPath(path))}),
+              row);
   }
 }
 
