@@ -45,9 +45,7 @@ struct PageHole {
       taken.push_back(next);
     }
   }
-  ~PageHole() {
-    for (void *pages : taken) munmap(pages, page);
-  }
+  ~PageHole() { for (void *pages : taken) munmap(pages, page); }
   void *Hole() const { return region + page; }
 };
 
