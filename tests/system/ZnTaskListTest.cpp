@@ -81,14 +81,13 @@ TEST(ZnTaskListTest, MatchTaskNameComparesTheTextInUpperCase) {
     char const *text, *pattern;
     bool matches;
   } const cases[] = {
-      {"abc", "A?C", true},         {"abc", "abc", false},       {"notepad.exe", "NOTE*", true},
+      {"abc", "A?C", true},           {"abc", "abc", false},           {"notepad.exe", "NOTE*", true},
       {"notepad.exe", "*.EXE", true}, {"notepad.exe", "*.COM", false}, {"", "*", true},
-      {"", "", true},               {"a", "", false},            {"", "?", false},
-      {"ab", "A*B*", true},         {"b", "[A-C]", true},        {"d", "[A-CX]", false},
-      {"x", "[A-CX]", true},        {"-", "[A-]", true},         {"b", "[ABC", false},
-      {"", "[A]", false},           {"b", "[]B", false},         {"ab", "[A]B", true},
-      {"abcabd", "*AB?", true},     {"aab", "*AB", true},        {"abcabd", "*AB[A-C]", false},
-  };
+      {"", "", true},                 {"a", "", false},                {"", "?", false},
+      {"ab", "A*B*", true},           {"b", "[A-C]", true},            {"d", "[A-CX]", false},
+      {"x", "[A-CX]", true},          {"-", "[A-]", true},             {"b", "[ABC", false},
+      {"", "[A]", false},             {"b", "[]B", false},             {"ab", "[A]B", true},
+      {"abcabd", "*AB?", true},       {"aab", "*AB", true},            {"abcabd", "*AB[A-C]", false}};
   for (auto const &c : cases) EXPECT_EQ(MatchTaskName(c.text, c.pattern), c.matches) << c.text << " " << c.pattern;
   // Many stars over a long name: only the last star is retried, so this ends at once (retrying each star in
   // turn would take years).
