@@ -30,7 +30,7 @@ std::u16string Lookup(ZnVersionResource &version, std::u16string const &key, ZnU
   return value == nullptr ? u"<null>" : std::u16string(value, value + *length);
 }
 
-TEST(ZnVersionResourceTest, ReadsAndWritesTheFixedVersionsAndCopiesShareTheBlock) {
+TEST(ZnVersionResourceTest, ReadsVersionsAndStringsWhateverTheCaseAndCopiesShareTheBlock) {
   Bytes block = Serialize(TypicalVersionInfo());
   ZnVersionResource version(block.data());
   EXPECT_EQ(version.GetFileVersion(), "2.13.0.7");
@@ -39,6 +39,21 @@ TEST(ZnVersionResourceTest, ReadsAndWritesTheFixedVersionsAndCopiesShareTheBlock
   EXPECT_EQ(version.GetFileVersion(), "0.0.0.0");
   version.SetFileVersion("2.13.0.7");  // writes the numbers back exactly
   EXPECT_EQ(block, Serialize(TypicalVersionInfo()));
+  // String lengths count 16-bit units without the terminator.
+  struct Case {
+    char16_t const *key, *value;
+    ZnULong length;
+  } const cases[] = {{u"CompanyName", u"Acme Tools", 10}, {u"companyname", u"Acme Tools", 10},
+                     {u"COMPANYNAME", u"Acme Tools", 10}, {u"productName", u"Anvil", 5},
+                     {u"CompanyNam", u"<null>", 0},       {u"LegalCopyright", u"<null>", 0}};
+  ZnULong length = 99;
+  for (Case const &c : cases) {
+    EXPECT_EQ(c.value, Lookup(version, c.key, &length));
+    EXPECT_EQ(c.length, length);
+  }
+  // An entry without a value.
+  EXPECT_EQ(nullptr, version.GetString(Key(u"Comments").data(), &length));
+  EXPECT_EQ(0xFFFFFFFFu, length);
 
   ZnVersionResource copy(version), assigned(static_cast<unsigned char *>(nullptr));
   assigned = version;
@@ -63,25 +78,6 @@ TEST(ZnVersionResourceTest, SetVersionReadsTokensAsStrtokAndAtoi) {
     version.SetProductVersion(c.text);
     EXPECT_EQ(Versions(block), (std::array<std::uint32_t, 4>{c.high, c.low, c.high, c.low})) << c.text;
   }
-}
-
-TEST(ZnVersionResourceTest, GetStringIgnoresCaseAndCountsUnitsWithoutTerminator) {
-  Bytes block = Serialize(TypicalVersionInfo());
-  ZnVersionResource version(block.data());
-  struct Case {
-    char16_t const *key, *value;
-    ZnULong length;
-  } const cases[] = {{u"CompanyName", u"Acme Tools", 10}, {u"companyname", u"Acme Tools", 10},
-                     {u"COMPANYNAME", u"Acme Tools", 10}, {u"productName", u"Anvil", 5},
-                     {u"CompanyNam", u"<null>", 0},       {u"LegalCopyright", u"<null>", 0}};
-  ZnULong length = 99;
-  for (Case const &c : cases) {
-    EXPECT_EQ(c.value, Lookup(version, c.key, &length));
-    EXPECT_EQ(c.length, length);
-  }
-  // An entry without a value.
-  EXPECT_EQ(nullptr, version.GetString(Key(u"Comments").data(), &length));
-  EXPECT_EQ(0xFFFFFFFFu, length);
 }
 
 TEST(ZnVersionResourceTest, FindsOnlyEnglishTablesReachedByLengthPlusTwo) {
