@@ -1,11 +1,9 @@
-// Test helpers that pin down what a test depends on: environment variables
-// (the time zone among them), and the tick count and sleeps through the
-// platform's stand-ins.
+// Test helpers that pin down what a test depends on: environment variables (the time zone among them), and
+// the tick count and sleeps through the platform's stand-ins.
 #ifndef ZNUTIL_TESTS_SYSTEM_TESTCLOCKS_H
 #define ZNUTIL_TESTS_SYSTEM_TESTCLOCKS_H
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
@@ -34,8 +32,7 @@ class ScopedVariable {
   std::optional<std::string> old_;
 };
 
-// Sets TZ (a POSIX rule, so that no zone database is needed) for the life
-// of the object.
+// Sets TZ (a POSIX rule, so that no zone database is needed) for the life of the object.
 class ScopedTimeZone {
  public:
   explicit ScopedTimeZone(char const *rule) : zone_("TZ", rule) { tzset(); }
@@ -48,9 +45,8 @@ class ScopedTimeZone {
   ScopedVariable zone_;
 };
 
-// Stands in for the tick count and for sleeping while it lives: a sleep
-// is recorded and moves the simulated tick count on by its length, so
-// code that sleeps and reads the tick count runs at once and in a fixed
+// Stands in for the tick count and for sleeping while it lives: a sleep is recorded and moves the simulated
+// tick count on by its length, so code that sleeps and reads the tick count runs at once and in a fixed
 // order. For tests on one thread.
 class SimulatedClock {
  public:
@@ -89,33 +85,23 @@ class SimulatedClock {
   znutil::platform::SleepFunction previousSleep_;
 };
 
-// The seconds of the wall clock, read as the library reads it.
-inline std::int64_t WallSeconds() {
-  auto const since = std::chrono::system_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::seconds>(since).count();
-}
+// The seconds of the wall clock, which the library reads too.
+inline std::int64_t WallSeconds() { return std::time(nullptr); }
 
-// A FILETIME from its 64-bit count, and back.
-inline FILETIME FileTimeOf(std::uint64_t ticks) {
-  return FILETIME{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
-
+// A FILETIME from its 64-bit count, and back; the count of a Unix time.
+inline FILETIME FileTimeOf(std::uint64_t ticks) { return FILETIME{DWORD(ticks), DWORD(ticks >> 32)}; }
 inline std::uint64_t TicksOf(FILETIME const &file) {
-  return static_cast<std::uint64_t>(file.dwHighDateTime) << 32 | file.dwLowDateTime;
+  return std::uint64_t{file.dwHighDateTime} << 32 | file.dwLowDateTime;
 }
-
-// The FILETIME count of a Unix time.
 inline std::uint64_t TicksOfUnix(std::int64_t seconds, std::int64_t nanoseconds = 0) {
   return static_cast<std::uint64_t>((seconds + 11644473600) * 10000000 + nanoseconds / 100);
 }
 
-// A SYSTEMTIME with the given fields.
+// A SYSTEMTIME with the given fields, and all eight fields for comparisons that print well.
 inline SYSTEMTIME Fields(WORD year, WORD month, WORD day, WORD hour, WORD minute, WORD second, WORD milli,
                          WORD dayOfWeek = 0) {
   return SYSTEMTIME{year, month, dayOfWeek, day, hour, minute, second, milli};
 }
-
-// All eight fields, for comparisons that print well.
 inline std::array<WORD, 8> FieldsOf(SYSTEMTIME const &s) {
   return {s.wYear, s.wMonth, s.wDayOfWeek, s.wDay, s.wHour, s.wMinute, s.wSecond, s.wMilliseconds};
 }

@@ -14,9 +14,7 @@
 #include "TestClocks.h"
 
 using namespace imagetest;
-using znutil_test::Backslashed;
-using znutil_test::TicksOf;
-using znutil_test::TicksOfUnix;
+using namespace znutil_test;
 
 namespace {
 
@@ -24,7 +22,7 @@ namespace fs = std::filesystem;
 
 class ZnFileInformationTest : public ::testing::Test {
  protected:
-  znutil_test::ScratchDirectory folder;
+  ScratchDirectory folder;
   std::string file = WriteBytes(folder / "data.bin", Bytes(1234, 7));
 };
 
@@ -72,7 +70,7 @@ TEST_F(ZnFileInformationTest, PathIsFullInBackslashFormAndMissingFilesAndFolders
 }
 
 TEST_F(ZnFileInformationTest, FailedRefreshKeepsTheFormerFactsAsNotValid) {
-  long const descriptors = znutil_test::OpenDescriptors();
+  long const descriptors = OpenDescriptors();
   ZnFileInformation info(file.c_str());
   WriteBytes(file, Bytes(99, 1));
   ZnFileInformation const copy = info;
@@ -84,7 +82,7 @@ TEST_F(ZnFileInformationTest, FailedRefreshKeepsTheFormerFactsAsNotValid) {
   EXPECT_FALSE(info.Refresh());
   EXPECT_FALSE(info.Valid());
   EXPECT_EQ(99u, info.Size());
-  EXPECT_EQ(znutil_test::OpenDescriptors(), descriptors);  // each refresh closed its file
+  EXPECT_EQ(OpenDescriptors(), descriptors);  // each refresh closed its file
 }
 
 }  // namespace

@@ -1,14 +1,12 @@
-// The process list: snapshots of /proc, with a child process of the test
-// coming and going, and the task-name wildcard match.
+// The process list: snapshots of /proc, with a child process of the test coming and going, and the task-name
+// wildcard match.
 #include <znutil/system/ZnTaskList.h>
 
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <spawn.h>
 #include <string>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -78,25 +76,21 @@ TEST(ZnTaskListTest, AChildAppearsUnderItsFullNameAndLeavesWhenItEnds) {
   EXPECT_TRUE(Eventually(child, ""));
 }
 
-struct MatchCase {
-  char const *text;
-  char const *pattern;
-  bool matches;
-};
-
 TEST(ZnTaskListTest, MatchTaskNameComparesTheTextInUpperCase) {
-  MatchCase const cases[] = {
-      {"abc", "A?C", true},         {"abc", "abc", false},       {"notepad.exe", "NOTE*", true},
+  struct {
+    char const *text, *pattern;
+    bool matches;
+  } const cases[] = {
+      {"abc", "A?C", true},           {"abc", "abc", false},           {"notepad.exe", "NOTE*", true},
       {"notepad.exe", "*.EXE", true}, {"notepad.exe", "*.COM", false}, {"", "*", true},
-      {"", "", true},               {"a", "", false},            {"", "?", false},
-      {"ab", "A*B*", true},         {"b", "[A-C]", true},        {"d", "[A-CX]", false},
-      {"x", "[A-CX]", true},        {"-", "[A-]", true},         {"b", "[ABC", false},
-      {"", "[A]", false},           {"b", "[]B", false},         {"ab", "[A]B", true},
-      {"abcabd", "*AB?", true},     {"aab", "*AB", true},        {"abcabd", "*AB[A-C]", false},
-  };
-  for (MatchCase const &c : cases) EXPECT_EQ(MatchTaskName(c.text, c.pattern), c.matches) << c.text << " " << c.pattern;
-  // Many stars over a long name: only the last star is retried, so this
-  // ends at once (retrying each star in turn would take years).
+      {"", "", true},                 {"a", "", false},                {"", "?", false},
+      {"ab", "A*B*", true},           {"b", "[A-C]", true},            {"d", "[A-CX]", false},
+      {"x", "[A-CX]", true},          {"-", "[A-]", true},             {"b", "[ABC", false},
+      {"", "[A]", false},             {"b", "[]B", false},             {"ab", "[A]B", true},
+      {"abcabd", "*AB?", true},       {"aab", "*AB", true},            {"abcabd", "*AB[A-C]", false}};
+  for (auto const &c : cases) EXPECT_EQ(MatchTaskName(c.text, c.pattern), c.matches) << c.text << " " << c.pattern;
+  // Many stars over a long name: only the last star is retried, so this ends at once (retrying each star in
+  // turn would take years).
   std::string const name(250, 'a');
   EXPECT_FALSE(MatchTaskName(name.c_str(), "*A*A*A*A*A*A*A*A*A*A*A*A*B"));
   EXPECT_TRUE(MatchTaskName(name.c_str(), "*A*A*A*A*A*A*A*A*A*A*A*A"));

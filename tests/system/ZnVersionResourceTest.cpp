@@ -1,8 +1,7 @@
 #include <znutil/system/ZnVersionResource.h>
 
+#include <array>
 #include <cstring>
-#include <string>
-#include <vector>
 
 #include <sys/mman.h>
 
@@ -17,10 +16,11 @@ using namespace imagetest;
 
 namespace {
 
-// Offsets of the version words from the start of the fixed part.
-constexpr std::size_t kFileMS = 8, kFileLS = 12, kProductMS = 16, kProductLS = 20;
-// The fixed part of a block made by VersionInfo().
-constexpr std::size_t kFixedOffset = 40;
+// The four version words (file MS and LS, product MS and LS) of the fixed part at `fixed`; a block made by
+// VersionInfo() has it at 40.
+std::array<std::uint32_t, 4> Versions(Bytes const &block, std::size_t fixed = 40) {
+  return {Dword(block, fixed + 8), Dword(block, fixed + 12), Dword(block, fixed + 16), Dword(block, fixed + 20)};
+}
 
 // The value of `key` as text, or "<null>"; the length in `*length`.
 std::u16string Lookup(ZnVersionResource &version, std::u16string const &key, ZnULong *length = nullptr) {
@@ -30,7 +30,7 @@ std::u16string Lookup(ZnVersionResource &version, std::u16string const &key, ZnU
   return value == nullptr ? u"<null>" : std::u16string(value, value + *length);
 }
 
-TEST(ZnVersionResourceTest, ReadsAndWritesTheFixedVersionsAndCopiesShareTheBlock) {
+TEST(ZnVersionResourceTest, ReadsVersionsAndStringsWhateverTheCaseAndCopiesShareTheBlock) {
   Bytes block = Serialize(TypicalVersionInfo());
   ZnVersionResource version(block.data());
   EXPECT_EQ(version.GetFileVersion(), "2.13.0.7");
@@ -39,6 +39,21 @@ TEST(ZnVersionResourceTest, ReadsAndWritesTheFixedVersionsAndCopiesShareTheBlock
   EXPECT_EQ(version.GetFileVersion(), "0.0.0.0");
   version.SetFileVersion("2.13.0.7");  // writes the numbers back exactly
   EXPECT_EQ(block, Serialize(TypicalVersionInfo()));
+  // String lengths count 16-bit units without the terminator.
+  struct Case {
+    char16_t const *key, *value;
+    ZnULong length;
+  } const cases[] = {{u"CompanyName", u"Acme Tools", 10}, {u"companyname", u"Acme Tools", 10},
+                     {u"COMPANYNAME", u"Acme Tools", 10}, {u"productName", u"Anvil", 5},
+                     {u"CompanyNam", u"<null>", 0},       {u"LegalCopyright", u"<null>", 0}};
+  ZnULong length = 99;
+  for (Case const &c : cases) {
+    EXPECT_EQ(c.value, Lookup(version, c.key, &length));
+    EXPECT_EQ(c.length, length);
+  }
+  // An entry without a value.
+  EXPECT_EQ(nullptr, version.GetString(Key(u"Comments").data(), &length));
+  EXPECT_EQ(0xFFFFFFFFu, length);
 
   ZnVersionResource copy(version), assigned(static_cast<unsigned char *>(nullptr));
   assigned = version;
@@ -48,50 +63,21 @@ TEST(ZnVersionResourceTest, ReadsAndWritesTheFixedVersionsAndCopiesShareTheBlock
 }
 
 TEST(ZnVersionResourceTest, SetVersionReadsTokensAsStrtokAndAtoi) {
+  // atoi("x") is 0, 70000 keeps its low 16 bits, and strtok skips empty tokens.
   struct Case {
     char const *text;
     std::uint32_t high, low;
-  } const cases[] = {
-      {"1.2", 0x00010002, 0},
-      {"", 0, 0},
-      {"1.x.3.4", 0x00010000, 0x00030004},  // atoi("x") is 0
-      {"70000.1", 0x11700001, 0},           // 70000 keeps its low 16 bits
-      {"1..3", 0x00010003, 0},              // strtok skips empty tokens
-      {".5", 0x00050000, 0},
-      {"1.2.3.4.5", 0x00010002, 0x00030004},
-      {"-1.65536", 0xFFFF0000, 0},
-      {" 7.8x.9", 0x00070008, 0x00090000},
-  };
+  } const cases[] = {{"1.2", 0x00010002, 0},     {"", 0, 0},               {"1.x.3.4", 0x00010000, 0x00030004},
+                     {"70000.1", 0x11700001, 0}, {"1..3", 0x00010003, 0},  {"1.2.3.4.5", 0x00010002, 0x00030004},
+                     {".5", 0x00050000, 0},      {"-1.65536", 0xFFFF0000, 0}, {" 7.8x.9", 0x00070008, 0x00090000}};
   for (Case const &c : cases) {
     Bytes block = Serialize(TypicalVersionInfo());
     ZnVersionResource version(block.data());
     version.SetFileVersion(c.text);
-    EXPECT_EQ(c.high, Dword(block, kFixedOffset + kFileMS)) << c.text;
-    EXPECT_EQ(c.low, Dword(block, kFixedOffset + kFileLS)) << c.text;
-    EXPECT_EQ(0x0002000Du, Dword(block, kFixedOffset + kProductMS)) << c.text;
+    EXPECT_EQ(Versions(block), (std::array<std::uint32_t, 4>{c.high, c.low, 0x0002000D, 0})) << c.text;
     version.SetProductVersion(c.text);
-    EXPECT_EQ(c.high, Dword(block, kFixedOffset + kProductMS)) << c.text;
-    EXPECT_EQ(c.low, Dword(block, kFixedOffset + kProductLS)) << c.text;
+    EXPECT_EQ(Versions(block), (std::array<std::uint32_t, 4>{c.high, c.low, c.high, c.low})) << c.text;
   }
-}
-
-TEST(ZnVersionResourceTest, GetStringIgnoresCaseAndCountsUnitsWithoutTerminator) {
-  Bytes block = Serialize(TypicalVersionInfo());
-  ZnVersionResource version(block.data());
-  ZnULong length = 99;
-  EXPECT_EQ(u"Acme Tools", Lookup(version, u"CompanyName", &length));
-  EXPECT_EQ(10u, length);
-  EXPECT_EQ(u"Acme Tools", Lookup(version, u"companyname"));
-  EXPECT_EQ(u"Acme Tools", Lookup(version, u"COMPANYNAME"));
-  EXPECT_EQ(u"Anvil", Lookup(version, u"productName", &length));
-  EXPECT_EQ(5u, length);
-  EXPECT_EQ(u"<null>", Lookup(version, u"CompanyNam", &length));
-  EXPECT_EQ(0u, length);
-  EXPECT_EQ(u"<null>", Lookup(version, u"LegalCopyright", &length));
-  EXPECT_EQ(0u, length);
-  // An entry without a value.
-  EXPECT_EQ(nullptr, version.GetString(Key(u"Comments").data(), &length));
-  EXPECT_EQ(0xFFFFFFFFu, length);
 }
 
 TEST(ZnVersionResourceTest, FindsOnlyEnglishTablesReachedByLengthPlusTwo) {
@@ -113,9 +99,7 @@ TEST(ZnVersionResourceTest, FindsOnlyEnglishTablesReachedByLengthPlusTwo) {
       {"behind a child of length 2 mod 4", {odd, StringFileInfo({table(u"040904b0")})}, true},
       {"behind a table of length 0 mod 4", {StringFileInfo({even, table(u"040904b0")})}, false},
       {"behind a table of length 2 mod 4", {StringFileInfo({Table(u"040704b0", {odd}), table(u"040904b0")})}, true},
-      {"in a second StringFileInfo",
-       {StringFileInfo({Table(u"040704b0", {odd})}), StringFileInfo({table(u"040904b0")})},
-       true},
+      {"in a second one", {StringFileInfo({Table(u"040704b0", {odd})}), StringFileInfo({table(u"040904b0")})}, true},
       {"the first of two",
        {StringFileInfo({Table(u"040904b0", {Text(u"Key", u"value"), odd})}),
         StringFileInfo({Table(u"040904E4", {Text(u"Key", u"later")})})},
@@ -136,14 +120,13 @@ TEST(ZnVersionResourceTest, FindsTheFixedPartBehindAKeyOfAnyLength) {
     info.key = key;
     Bytes block = Serialize(info);
     ZnVersionResource version(block.data());
-    std::string const where = "fixed part at " + std::to_string(FindFixedInfo(block));
-    EXPECT_EQ(version.GetFileVersion(), "1.2.3.4") << where;
-    EXPECT_EQ(u"value", Lookup(version, u"Key")) << where;
+    EXPECT_EQ(version.GetFileVersion(), "1.2.3.4") << "fixed part at " << FindFixedInfo(block);
+    EXPECT_EQ(u"value", Lookup(version, u"Key")) << "fixed part at " << FindFixedInfo(block);
   }
 }
 
 TEST(ZnVersionResourceTest, UnboundObjectsHaveNothing) {
-  Bytes const noSignature = Serialize(VersionNode{u"VS_VERSION_INFO", Bytes(52, 0x11), 52, 0, {}, -1});
+  Bytes const noSignature = Serialize(VersionNode{u"VS_VERSION_INFO", Bytes(52, 0x11), 52, 0});
   Bytes block = noSignature;
   int module = 0;
   ZnVersionResource unbound[] = {ZnVersionResource(static_cast<unsigned char *>(nullptr)),
@@ -162,8 +145,7 @@ TEST(ZnVersionResourceTest, UnboundObjectsHaveNothing) {
 }
 
 TEST(ZnVersionResourceTest, ReadsNothingBeyondTheBlockLength) {
-  // The bytes behind the outer length are not even allocated, so a read
-  // there is caught.
+  // The bytes behind the outer length are not even allocated, so a read there is caught.
   auto const cut = [](int length) {
     VersionNode info = TypicalVersionInfo();
     info.length = length;
@@ -179,9 +161,8 @@ TEST(ZnVersionResourceTest, ReadsNothingBeyondTheBlockLength) {
   EXPECT_EQ(ZnVersionResource(insideTheFixedPart.data()).GetFileVersion(), NULL_STRING);
 }
 
-// A view is made and closed where a page of other memory follows it; then
-// that memory takes its place too, and a block across the old view's end
-// is read as a whole.
+// A view is made and closed where a page of other memory follows it; then that memory takes its place too,
+// and a block across the old view's end is read as a whole.
 TEST(ZnVersionResourceTest, AClosedViewNoLongerBoundsWhatIsReadAtItsAddress) {
   znutil_test::ScratchDirectory folder;
   ZnExeFileMapping hole(WriteBytes(folder / "hole.bin", Bytes(8192, 0)).c_str());
@@ -216,18 +197,13 @@ TEST(ZnVersionResourceTest, ReadsAndStampsTheRealImage) {
     version.SetFileVersion("3.1.4.1");
     version.SetProductVersion("3.1");
   }
-  Bytes const stamped = ReadBytes(path);
-  std::size_t const fixed = FindFixedInfo(stamped);
+  Bytes restored = ReadBytes(path);
+  std::size_t const fixed = FindFixedInfo(restored);
   ASSERT_NE(std::string::npos, fixed);
   EXPECT_EQ(fixed, FindFixedInfo(original));
-  EXPECT_EQ(0x00030001u, Dword(stamped, fixed + kFileMS));
-  EXPECT_EQ(0x00040001u, Dword(stamped, fixed + kFileLS));
-  EXPECT_EQ(0x00030001u, Dword(stamped, fixed + kProductMS));
-  EXPECT_EQ(0u, Dword(stamped, fixed + kProductLS));
+  EXPECT_EQ(Versions(restored, fixed), (std::array<std::uint32_t, 4>{0x00030001, 0x00040001, 0x00030001, 0}));
   // Nothing else in the file changed.
-  Bytes restored = stamped;
-  std::copy(original.begin() + fixed + kFileMS, original.begin() + fixed + kProductLS + 4,
-            restored.begin() + fixed + kFileMS);
+  std::copy_n(original.begin() + fixed + 8, 16, restored.begin() + fixed + 8);
   EXPECT_EQ(original, restored);
 }
 
