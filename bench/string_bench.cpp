@@ -35,9 +35,9 @@ std::vector<ZnString> ZnKeys(std::vector<std::string> const &keys) {
   return result;
 }
 
-std::vector<std::string> Keys(int count = 10000) {
+std::vector<std::string> Keys() {
   std::vector<std::string> keys;
-  for (int i = 0; i < count; ++i) keys.push_back("key_" + std::to_string(i * 2654435761u));
+  for (int i = 0; i < 10000; ++i) keys.push_back("key_" + std::to_string(i * 2654435761u));
   return keys;
 }
 

@@ -307,7 +307,8 @@ class ZNUTIL_API ZnString {
     ZnStringRef const &mine = *pzsrRef, &theirs = *other.pzsrRef;
     if (&mine == &theirs) return true;
     if (!mine.bNulFree || !theirs.bNulFree) return Compare(other) == 0;
-    return mine.iLength == theirs.iLength && std::memcmp(Chars(), other.Chars(), static_cast<std::size_t>(mine.iLength)) == 0;
+    return mine.iLength == theirs.iLength &&
+           std::memcmp(Chars(), other.Chars(), static_cast<std::size_t>(mine.iLength)) == 0;
   }
   void Share() {
     // The null ref's count means nothing and is never written, so that the
