@@ -1,16 +1,19 @@
 #include <znutil/values/ZnBinaryStream.h>
 
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include <znutil/values/ZnBinary.h>
 
+#include "StreamTestSupport.h"
+
 namespace {
 
-using Bytes = std::vector<unsigned char>;
+using znutil_test::Bytes;
+using znutil_test::ExpectReads;
+using znutil_test::Text;
 
 Bytes AllBytes(ZnBinaryStream const &stream) {
   Bytes bytes(stream.Size());
@@ -28,19 +31,6 @@ Bytes Counting(std::size_t count) {
 void AppendStoredString(ZnBinaryStream &stream, int length, std::string const &text) {
   stream << length;
   stream.AppendBytes(reinterpret_cast<unsigned char const *>(text.data()), static_cast<ZnULong>(text.size()));
-}
-
-std::string Text(ZnString const &text) { return static_cast<char const *>(text); }
-
-// Reads a value of the type of each of `expected`, in order, and compares.
-template <typename... T>
-void ExpectReads(ZnBinaryStream &stream, T const &...expected) {
-  auto const readOne = [&stream](auto const &value) {
-    std::decay_t<decltype(value)> read{};
-    stream >> read;
-    EXPECT_EQ(read, value);
-  };
-  (readOne(expected), ...);
 }
 
 TEST(ZnBinaryStreamTest, AppendsAndReadsAcrossChunksUpToTheLastChunksCapacity) {

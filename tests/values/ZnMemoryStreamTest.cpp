@@ -1,6 +1,7 @@
 #include <znutil/values/ZnMemoryStream.h>
 
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -60,13 +61,12 @@ TEST(ZnMemoryStreamTest, SetStatusSilencesWritesAndReadsRunToTheCapacity) {
   ZnMemoryStream stream;
   stream << 5;
   stream.SetStatus(ZnStreamWriteError);
-  EXPECT_EQ(stream.WriteBytes(4, "abcd", false), ZnStreamWriteError);  // writes nothing
-  EXPECT_EQ(stream.Flush(), ZnStreamWriteError);
-  EXPECT_EQ(stream.Seek(-4), ZnStreamWriteError);
+  // Writes nothing; the read that follows gets four written bytes and four zeros.
+  EXPECT_EQ((std::vector<ZnStreamError>{stream.WriteBytes(4, "abcd", false), stream.Flush(), stream.Seek(-4)}),
+            (std::vector<ZnStreamError>(3, ZnStreamWriteError)));
   long long both = -1;
-  stream >> both;  // four written bytes and four zeros
-  EXPECT_EQ(both, 5);
-  EXPECT_EQ(stream.Status(), ZnStreamOk);
+  stream >> both;
+  EXPECT_TRUE(both == 5 && stream.Status() == ZnStreamOk);
   std::string rest(2048 - 8, '\0');
   EXPECT_EQ(Thrown([&] { stream.ReadBytes(static_cast<unsigned int>(rest.size()), &rest[0], false); }), ZnStreamOk);
   EXPECT_EQ(Thrown([&] { stream >> both; }), ZnStreamReadError);
