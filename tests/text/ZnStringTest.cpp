@@ -223,9 +223,11 @@ TEST(ZnStringTest, CuttingAndEditing) {
 // Texts of length 0 and 1, white space only, and one letter at either end:
 // where a bound that is one off shows. Each result's length is checked too.
 TEST(ZnStringTest, CaseAndWhiteSpaceForms) {
-  struct {
-    char const *text, *noWhite, *noLeading, *noTrailing, *upper, *lower, *capitalized;
-  } const cases[] = {
+  ZnString (ZnString::*const forms[])() const = {&ZnString::ToNoWhite, &ZnString::ToNoLeadingWhite,
+                                                 &ZnString::ToNoTrailingWhite, &ZnString::ToUpper,
+                                                 &ZnString::ToLower, &ZnString::ToCapitalize};
+  // The text, then the result of each form in order.
+  char const *const cases[][7] = {
       {"", "", "", "", "", "", ""},
       {"a", "a", "a", "a", "A", "a", "A"},
       {" ", "", "", "", " ", " ", " "},
@@ -241,15 +243,10 @@ TEST(ZnStringTest, CaseAndWhiteSpaceForms) {
     EXPECT_EQ(got.Length(), static_cast<int>(std::strlen(wanted))) << wanted;
   };
   for (auto const &c : cases) {
-    SCOPED_TRACE(std::string("\"") + c.text + "\"");
-    ZnString const text(c.text);
-    expect(text.ToNoWhite(), c.noWhite);
-    expect(text.ToNoLeadingWhite(), c.noLeading);
-    expect(text.ToNoTrailingWhite(), c.noTrailing);
-    expect(text.ToUpper(), c.upper);
-    expect(text.ToLower(), c.lower);
-    expect(text.ToCapitalize(), c.capitalized);
-    expect(text, c.text);  // the To forms leave the value alone
+    SCOPED_TRACE(std::string("\"") + c[0] + "\"");
+    ZnString const text(c[0]);
+    for (int form = 0; form < 6; ++form) expect((text.*forms[form])(), c[form + 1]);
+    expect(text, c[0]);  // the To forms leave the value alone
   }
 }
 

@@ -40,7 +40,7 @@ template <bool kBuffered>
 struct FileKind {
   static Bytes Write(Body const &body) {
     std::string const path = znutil_test::TempFile("wire");
-    {
+    {  // closed before the bytes are read
       ZnFileStream stream(ZnString(path.c_str()), ZnFileWrite, kBuffered);
       body(stream);
     }
