@@ -1,5 +1,6 @@
 #include <znutil/text/ZnString.h>
 
+#include <algorithm>
 #include <string>
 #include <unistd.h>
 
@@ -72,8 +73,7 @@ TEST(ZnStringPathTest, ConvertToPathFoldsRelativeParts) {
   char cwd[4096];
   ASSERT_NE(getcwd(cwd, sizeof cwd), nullptr);
   std::string expected(cwd);
-  for (char &c : expected)
-    if (c == '/') c = '\\';
+  std::replace(expected.begin(), expected.end(), '/', '\\');
   EXPECT_EQ(ZnString("sub/../file.txt").ToPath(), (expected + "\\file.txt").c_str());
   EXPECT_EQ(ZnString("\\a\\.\\b\\..\\c").ToPath(), "\\a\\c");
   EXPECT_EQ(ZnString("/a/../../b").ToPath(), "\\b");

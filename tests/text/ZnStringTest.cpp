@@ -1,5 +1,6 @@
 #include <znutil/text/ZnString.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -283,8 +284,7 @@ TEST(ZnStringTest, PointerConversionsHandOutCopies) {
 TEST(ZnStringTest, FilesRoundTrip) {
   std::string const path = TempPath("round_trip");
   std::string windowsForm = path;
-  for (char &c : windowsForm)
-    if (c == '/') c = '\\';
+  std::replace(windowsForm.begin(), windowsForm.end(), '/', '\\');
   ASSERT_TRUE(ZnString("line one\nline two\n").WriteToFile(ZnString(windowsForm.c_str())))
       << "paths accept backslashes";
   ZnString read;
