@@ -1,10 +1,13 @@
 #include <znutil/text/ZnString.h>
 
 #include <cctype>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
+
+using Positions = std::vector<unsigned int>;
 
 struct Letters : ZnStringScanner {
   bool Accept(char c) override { return std::isalpha(static_cast<unsigned char>(c)) != 0; }
@@ -18,52 +21,43 @@ TEST(ZnStringCursorTest, CountCharactersExpandsTabs) {
   EXPECT_EQ(ZnString("ab\ncd").CountCharacters(10, 8), 5) << "newlines are ordinary";
 }
 
+// Each list holds the results of the calls in order (a braced list is
+// evaluated left to right).
 TEST(ZnStringCursorTest, PositionInsideATabSnapsToItsStart) {
   ZnString text("\tab");
   ZnStringCursor cursor;
-  EXPECT_EQ(cursor.TabSize(), 8u);
-  EXPECT_EQ(text.CuBindToCursor(5, &cursor), 0u);
-  EXPECT_EQ(cursor.CharPos(), 0u);
-  EXPECT_EQ(text.CuSetCursorPos(8, &cursor), 8u);
-  EXPECT_EQ(cursor.CharPos(), 1u);
-  EXPECT_EQ(text.CuSetCursorPos(40, &cursor), 40u);
-  EXPECT_EQ(cursor.CharPos(), 3u) << "beyond the end the character position stays at the length";
+  // Beyond the end the character position stays at the length.
+  EXPECT_EQ((Positions{cursor.TabSize(), text.CuBindToCursor(5, &cursor), cursor.CharPos(),
+                       text.CuSetCursorPos(8, &cursor), cursor.CharPos(), text.CuSetCursorPos(40, &cursor),
+                       cursor.CharPos()}),
+            (Positions{8, 0, 0, 8, 1, 40, 3}));
   text << "cd";  // the cursor keeps the width it was bound with, 10
   EXPECT_EQ(text.CuSetCursorPos(10, &cursor), 10u);
   EXPECT_EQ(cursor.CharPos(), 5u) << "from the bound width on, the character position is the length";
   cursor.Reset();
-  EXPECT_EQ(cursor.CharPos(), 0u);
-  EXPECT_EQ(cursor.CursorPos(), 0u);
-  EXPECT_EQ(cursor.ExpandedSize(), 0u);
-  EXPECT_EQ(cursor.TabSize(), 8u);
+  EXPECT_EQ((Positions{cursor.CharPos(), cursor.CursorPos(), cursor.ExpandedSize(), cursor.TabSize()}),
+            (Positions{0, 0, 0, 8}));
 }
 
 TEST(ZnStringCursorTest, MovingWalksBeyondTheEnd) {
   ZnString text("a\tb");
   ZnStringCursor cursor(4);
   text.CuBindToCursor(0, &cursor);
-  EXPECT_EQ(text.CuMoveRight(&cursor), 1u);
-  EXPECT_EQ(text.CuMoveRight(&cursor), 4u) << "over the tab";
-  EXPECT_EQ(text.CuEndOfString(&cursor), 5u);
-  EXPECT_EQ(text.CuMoveRight(&cursor), 6u);
-  EXPECT_EQ(cursor.CharPos(), 3u);
-  EXPECT_TRUE(cursor.OutsideString());
-  EXPECT_EQ(text.CuMoveLeft(&cursor), 5u) << "beyond the end only the column moves";
-  EXPECT_EQ(text.CuMoveLeft(&cursor), 4u);
-  EXPECT_EQ(cursor.CharPos(), 2u);
-  EXPECT_EQ(text.CuBeginningOfString(&cursor), 0u);
-  EXPECT_EQ(text.CuMoveLeft(&cursor), 0u);
+  // Over the tab, then beyond the end, where only the column moves.
+  EXPECT_EQ((Positions{text.CuMoveRight(&cursor), text.CuMoveRight(&cursor), text.CuEndOfString(&cursor),
+                       text.CuMoveRight(&cursor), cursor.CharPos(), cursor.OutsideString(),
+                       text.CuMoveLeft(&cursor), text.CuMoveLeft(&cursor), cursor.CharPos(),
+                       text.CuBeginningOfString(&cursor), text.CuMoveLeft(&cursor)}),
+            (Positions{1, 4, 5, 6, 3, 1, 5, 4, 2, 0, 0}));
 }
 
 TEST(ZnStringCursorTest, TabSizeAndCharacterPosition) {
   ZnString text("\t\tx");
   ZnStringCursor cursor(8);
   text.CuBindToCursor(0, &cursor);
-  EXPECT_EQ(text.CuSetCharPos(2, &cursor), 16u);
-  EXPECT_EQ(text.CuSetTabSize(2, &cursor), 4u);
-  EXPECT_EQ(cursor.ExpandedSize(), 5u);
-  EXPECT_EQ(text.CuSetCharPos(99, &cursor), 5u);
-  EXPECT_EQ(cursor.CharPos(), 3u);
+  EXPECT_EQ((Positions{text.CuSetCharPos(2, &cursor), text.CuSetTabSize(2, &cursor), cursor.ExpandedSize(),
+                       text.CuSetCharPos(99, &cursor), cursor.CharPos()}),
+            (Positions{16, 4, 5, 5, 3}));
 }
 
 TEST(ZnStringCursorTest, ScansStopAtTheRejectedCharacter) {
@@ -71,12 +65,11 @@ TEST(ZnStringCursorTest, ScansStopAtTheRejectedCharacter) {
   ZnStringCursor cursor;
   text.CuBindToCursor(0, &cursor);
   Letters letters;
-  EXPECT_EQ(text.CuScanForward(&cursor, letters), 3u);
-  EXPECT_EQ(cursor.CharPos(), 3u) << "the space stays current";
-  text.CuSetCharPos(6, &cursor);
-  EXPECT_EQ(text.CuScanBackward(&cursor, letters), 4u);
-  text.CuEndOfString(&cursor);
-  EXPECT_EQ(text.CuScanForward(&cursor, letters), 7u) << "nothing to scan at the end";
+  // The space stays current; nothing is scanned at the end.
+  EXPECT_EQ((Positions{text.CuScanForward(&cursor, letters), cursor.CharPos(), text.CuSetCharPos(6, &cursor),
+                       text.CuScanBackward(&cursor, letters), text.CuEndOfString(&cursor),
+                       text.CuScanForward(&cursor, letters)}),
+            (Positions{3, 3, 6, 4, 7, 7}));
 }
 
 }  // namespace

@@ -38,8 +38,7 @@ TEST(ZnStringFormatTest, FormatHasNoLengthLimit) {
   ZnString text;
   EXPECT_EQ(text.Format("%d-%s", 42, "x"), 4);
   EXPECT_EQ(text, "42-x");
-  std::string const big(5000, 'b');
-  EXPECT_EQ(text.Format("<%s>", big.c_str()), 5002);
+  EXPECT_EQ(text.Format("<%s>", std::string(5000, 'b').c_str()), 5002);
   EXPECT_EQ(text[5001], '>');
 }
 
@@ -52,12 +51,8 @@ TEST(ZnStringFormatTest, FormatTimeMapsTheHashFlag) {
   EXPECT_EQ(text, "1971-01-01 05:07");
   text.FormatTime("%#m/%#d %#H%%", stamp);
   EXPECT_EQ(text, "1/1 5%") << "no leading zeros with #";
-
   std::tm calendar{};
-  calendar.tm_year = 99;
-  calendar.tm_mon = 11;
-  calendar.tm_mday = 31;
-  calendar.tm_hour = 23;
+  calendar.tm_year = 99, calendar.tm_mon = 11, calendar.tm_mday = 31, calendar.tm_hour = 23;
   ZnSystemTime const system(calendar, 0);
   text.FormatTime("%d.%m.%Y %H", system);
   EXPECT_EQ(text, "31.12.1999 23");
@@ -123,11 +118,9 @@ TEST(ZnStringFormatTest, FormatIntGroupsByThreeWithCommasInAnyLocale) {
 }
 
 TEST(ZnStringFormatTest, ExpandTabsReachesTheNextStop) {
-  ZnString text("a\tbc\td\n\te");
+  ZnString text("a\tbc\td\n\te"), shared("\tx"), copy(shared);
   text.ExpandTabs(4);
   EXPECT_EQ(text, "a   bc  d\n  e") << "a newline is an ordinary column";
-  ZnString shared("\tx");
-  ZnString copy(shared);
   copy.ExpandTabs(2);
   EXPECT_EQ(copy, "  x");
   EXPECT_EQ(copy.MaxLength(), 2 - 1 + 2 + 32) << "room for tab size - tabs + length, as the program reckons it";
@@ -135,11 +128,12 @@ TEST(ZnStringFormatTest, ExpandTabsReachesTheNextStop) {
 }
 
 TEST(ZnStringFormatTest, TokenizeKeepsEmptyTokensAndTheCallbackSteersTheScan) {
-  EXPECT_EQ(Tokens("a,,b,", ","), (std::vector<std::string>{"a", "", "b", ""}));
+  using Texts = std::vector<std::string>;
+  EXPECT_EQ(Tokens("a,,b,", ","), (Texts{"a", "", "b", ""}));
   EXPECT_TRUE(Tokens("", ",").empty()) << "an empty text calls nothing";
-  EXPECT_EQ(Tokens("a b;c", " ;"), (std::vector<std::string>{"a", "b", "c"}));
-  EXPECT_EQ(Tokens("x,switch,a,b;c", ","), (std::vector<std::string>{"x", "switch", "a,b", "c"}));
-  EXPECT_EQ(Tokens("a,stop,b", ","), (std::vector<std::string>{"a", "stop"}));
+  EXPECT_EQ(Tokens("a b;c", " ;"), (Texts{"a", "b", "c"}));
+  EXPECT_EQ(Tokens("x,switch,a,b;c", ","), (Texts{"x", "switch", "a,b", "c"}));
+  EXPECT_EQ(Tokens("a,stop,b", ","), (Texts{"a", "stop"}));
   ZnString text("p,q");
   ZnStringTokenizerCallBack base;
   text.Tokenize(ZnString(","), base);

@@ -10,8 +10,10 @@
 
 namespace {
 
-std::vector<std::string> Texts(ZnStringList const &list) {
-  std::vector<std::string> texts;
+using Strings = std::vector<std::string>;
+
+Strings Texts(ZnStringList const &list) {
+  Strings texts;
   ZnListContext position;
   for (ZnString *text = list.First(position); text != nullptr; text = list.Next(position))
     texts.push_back(static_cast<char const *>(*text));
@@ -20,14 +22,13 @@ std::vector<std::string> Texts(ZnStringList const &list) {
 
 TEST(ZnStringListTest, AddStoresASharedValueAndSearchIsAlwaysExact) {
   ZnStringList list;
-  ZnString original("value");
-  ZnString *stored = list.Add(original);
+  ZnString original("value"), *stored = list.Add(original);
   *stored << "!";
   EXPECT_EQ(original, "value");
   list.Prepend(ZnString("first"));
   list.Append(ZnString("LAST"));
   list + ZnString("plus");
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"first", "value!", "LAST", "plus"}));
+  EXPECT_EQ(Texts(list), (Strings{"first", "value!", "LAST", "plus"}));
   ZnListContext found = list.Search(ZnString("last"), false);
   EXPECT_EQ(list.Current(found), nullptr) << "the flag has no effect";
   found = list.Search(ZnString("LAST"), true);
@@ -49,39 +50,37 @@ TEST(ZnStringListTest, DeleteByValueUnlinksTheOtherFormsDestroy) {
   ZnListContext position;
   list.First(position);
   EXPECT_EQ(list.Delete(position), nullptr);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"c"}));
+  EXPECT_EQ(Texts(list), (Strings{"c"}));
   list.Clear();
   EXPECT_EQ(list.DeleteFirst(), nullptr);
 }
 
 TEST(ZnStringListTest, SortExactAndIgnoringCase) {
-  ZnStringList list;
+  ZnStringList list, empty;
   for (char const *text : {"c", "B", "a"}) list.Add(ZnString(text));
   list.Sort(false);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "B", "c"}));
+  EXPECT_EQ(Texts(list), (Strings{"a", "B", "c"}));
   list.Sort(true);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"B", "a", "c"}));
-  ZnStringList empty;
   empty.Sort(true);
+  EXPECT_EQ(Texts(list), (Strings{"B", "a", "c"}));
   EXPECT_EQ(empty.GetCount(), 0);
 }
 
 TEST(ZnStringListTest, TokenizingAndConvertToLinesFillTheList) {
   ZnStringList list;
   ZnString("a,,b,").Tokenize(ZnString(","), list);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "", "b", ""}));
+  EXPECT_EQ(Texts(list), (Strings{"a", "", "b", ""}));
   ZnString("a\r\r\nb\n").ConvertToLines(&list);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"a", "b", ""})) << "line ends dropped, old items gone";
+  EXPECT_EQ(Texts(list), (Strings{"a", "b", ""})) << "line ends dropped, old items gone";
   ZnString("single").ConvertToLines(&list);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"single"}));
+  EXPECT_EQ(Texts(list), (Strings{"single"}));
   ZnString("\r\n\n").ConvertToLines(&list);
-  EXPECT_EQ(Texts(list), (std::vector<std::string>{"", "", ""}));
+  EXPECT_EQ(Texts(list), (Strings{"", "", ""}));
 }
 
 TEST(ZnStringHeapTest, StringsHaveStableAddressesUntilReleased) {
   ZnStringHeap heap;
-  ZnString *first = heap.AllocString();
-  ZnString *second = heap.AllocString();
+  ZnString *first = heap.AllocString(), *second = heap.AllocString();
   EXPECT_TRUE(*first == NULL_STRING);
   *first = "one";
   *second = "two";
@@ -100,9 +99,8 @@ TEST(ZnStrStackTest, TopIsTheTail) {
   stack.Push(ZnString("a"));
   stack.Push(ZnString("b"));
   EXPECT_EQ(stack.Count(), 2);
-  EXPECT_EQ(stack.Pop(), "b");
-  EXPECT_EQ(stack.Pop(), "a");
-  EXPECT_TRUE(stack.Pop() == NULL_STRING);
+  EXPECT_EQ((std::vector<ZnString>{stack.Pop(), stack.Pop(), stack.Pop()}),
+            (std::vector<ZnString>{ZnString("b"), ZnString("a"), NULL_STRING}));
   stack.Push(ZnString("left for the destructor"));
   auto *onHeap = new ZnStrStack;
   onHeap->Push(ZnString("x"));

@@ -1,5 +1,6 @@
 #include <znutil/text/ZnString.h>
 
+#include <algorithm>
 #include <string>
 #include <unistd.h>
 
@@ -8,6 +9,8 @@
 #include <znutil/platform/StringTable.h>
 
 namespace {
+
+std::string Text(ZnString const &text) { return static_cast<char const *>(text); }
 
 TEST(ZnStringPathTest, JoinLeavesExactlyOneBackslash) {
   struct Case {
@@ -18,8 +21,7 @@ TEST(ZnStringPathTest, JoinLeavesExactlyOneBackslash) {
   };
   for (auto const &c : cases) EXPECT_EQ(ZnString(c.left) ^ ZnString(c.right), c.joined) << c.left << " ^ " << c.right;
   ZnString left("dir");
-  ZnString joined = left ^ left;
-  EXPECT_EQ(joined, "dir\\dir");
+  EXPECT_EQ(left ^ left, "dir\\dir");
   EXPECT_EQ(left, "dir");
   EXPECT_EQ(ZnString() ^ ZnString(), "\\");
 }
@@ -39,10 +41,8 @@ TEST(ZnStringPathTest, SplitPathFollowsWindowsRules) {
   for (auto const &c : cases) {
     ZnString drive("x"), dir("x"), name("x"), ext("x");
     ZnString(c.path).SplitPath(&drive, &dir, &name, &ext);
-    EXPECT_EQ(drive, c.drive) << c.path;
-    EXPECT_EQ(dir, c.dir) << c.path;
-    EXPECT_EQ(name, c.name) << c.path;
-    EXPECT_EQ(ext, c.ext) << c.path;
+    EXPECT_EQ(Text(drive) + "|" + Text(dir) + "|" + Text(name) + "|" + Text(ext),
+              std::string(c.drive) + "|" + c.dir + "|" + c.name + "|" + c.ext) << c.path;
   }
   ZnString name, ext;
   ZnString(("dir\\" + std::string(400, 'n') + ".e").c_str()).SplitPath(nullptr, nullptr, &name, &ext);
@@ -73,8 +73,7 @@ TEST(ZnStringPathTest, ConvertToPathFoldsRelativeParts) {
   char cwd[4096];
   ASSERT_NE(getcwd(cwd, sizeof cwd), nullptr);
   std::string expected(cwd);
-  for (char &c : expected)
-    if (c == '/') c = '\\';
+  std::replace(expected.begin(), expected.end(), '/', '\\');
   EXPECT_EQ(ZnString("sub/../file.txt").ToPath(), (expected + "\\file.txt").c_str());
   EXPECT_EQ(ZnString("\\a\\.\\b\\..\\c").ToPath(), "\\a\\c");
   EXPECT_EQ(ZnString("/a/../../b").ToPath(), "\\b");

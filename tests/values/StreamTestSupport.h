@@ -1,6 +1,6 @@
-// Helpers of the stream tests: temporary files (one folder per test
-// process, whole-file reads and writes that do not go through the library)
-// and the status that a call throws.
+// Helpers of the value and stream tests: temporary files (one folder per
+// test process, whole-file reads and writes that do not go through the
+// library), texts, reads of expected values and the status a call throws.
 #ifndef ZNUTIL_TESTS_VALUES_STREAMTESTSUPPORT_H
 #define ZNUTIL_TESTS_VALUES_STREAMTESTSUPPORT_H
 
@@ -12,7 +12,10 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include <znutil/values/ZnStreamException.h>
 
@@ -40,6 +43,19 @@ inline Bytes ReadWholeFile(std::string const &path) {
 inline void WriteWholeFile(std::string const &path, Bytes const &bytes) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out.write(reinterpret_cast<char const *>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+inline std::string Text(ZnString const &text) { return static_cast<char const *>(text); }
+
+/// Reads a value of the type of each of `expected` from `in`, in order, and compares.
+template <typename Stream, typename... T>
+void ExpectReads(Stream &in, T const &...expected) {
+  auto const readOne = [&in](auto const &value) {
+    std::decay_t<decltype(value)> read{};
+    in >> read;
+    EXPECT_EQ(read, value);
+  };
+  (readOne(expected), ...);
 }
 
 /// The status that `call` throws as a ZnStreamException, or ZnStreamOk.

@@ -17,6 +17,7 @@
 namespace {
 
 using znutil_test::Bytes;
+using znutil_test::Text;
 using znutil_test::Thrown;
 using Body = std::function<void(ZnStream &)>;
 
@@ -39,7 +40,7 @@ template <bool kBuffered>
 struct FileKind {
   static Bytes Write(Body const &body) {
     std::string const path = znutil_test::TempFile("wire");
-    {
+    {  // closed before the bytes are read
       ZnFileStream stream(ZnString(path.c_str()), ZnFileWrite, kBuffered);
       body(stream);
     }
@@ -55,17 +56,12 @@ struct FileKind {
 
 // What one kind of stream writes, another kind reads back.
 template <typename W, typename R>
-struct Route {
-  using Writer = W;
-  using Reader = R;
-};
+struct Route { using Writer = W; using Reader = R; };
 
 // Exposes the protected byte order flag of the stream family.
 struct ByteOrder : ZnMemoryStream {
   static void SetLittleEndian(bool little) { bLittleEndian = little; }
 };
-
-std::string Text(ZnString const &text) { return static_cast<char const *>(text); }
 
 // 01020304-0506-0708-090a-0b0c0d0e0f10 in its fields.
 ZnUuid CountingUuid() {
@@ -90,20 +86,13 @@ Bytes Join(std::initializer_list<Bytes> runs) {
   return joined;
 }
 
-template <typename T>
-void ExpectRead(ZnStream &in, T const &expected) {
-  T read{};
-  in >> read;
-  EXPECT_EQ(read, expected);
-}
-
 // Writes `values` with the route's writer, expects exactly `golden`, and
 // reads the written bytes back with the route's reader.
 template <typename Via, typename... T>
 void ExpectWireForm(Bytes const &golden, T const &...values) {
   Bytes const written = Via::Writer::Write([&](ZnStream &out) { (out << ... << values); });
   EXPECT_EQ(written, golden);
-  Via::Reader::Read(written, [&](ZnStream &in) { (ExpectRead(in, values), ...); });
+  Via::Reader::Read(written, [&](ZnStream &in) { znutil_test::ExpectReads(in, values...); });
 }
 
 template <typename Via>
