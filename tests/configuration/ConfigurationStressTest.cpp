@@ -110,9 +110,7 @@ class Child {
       if (written && !whole) brokenReads_.fetch_add(1);
       written = written || whole;
       if (!written || i % 16 != 0) continue;
-      ZnCfgSectionList *sections = ZnCfgFileParser(LibraryPath(file_)).Parse();
-      if (sections == nullptr) brokenReads_.fetch_add(1);
-      delete sections;
+      if (!std::unique_ptr<ZnCfgSectionList>(ZnCfgFileParser(LibraryPath(file_)).Parse())) brokenReads_.fetch_add(1);
     }
   }
 
@@ -169,8 +167,7 @@ class Child {
 };
 
 TEST(ConfigurationStressChild, Run) {
-  char const *role = std::getenv("ZNUTIL_STRESS_ROLE");
-  char const *folder = std::getenv("ZNUTIL_STRESS_DIR");
+  char const *role = std::getenv("ZNUTIL_STRESS_ROLE"), *folder = std::getenv("ZNUTIL_STRESS_DIR");
   if (role == nullptr || folder == nullptr) GTEST_SKIP() << "runs as one of the two processes only";
   Child(std::atoi(role), folder).Run();
 }

@@ -1,6 +1,7 @@
 // Parses on several threads at once keep to their own items.
 #include <znutil/configuration/ZnCfgFileParser.h>
 
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -28,12 +29,10 @@ TEST(ZnCfgParserThreadsTest, ParsesOnSeveralThreadsAtOnce) {
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([&, t] {
       for (int round = 0; round < kRounds; ++round) {
-        ZnCfgSectionList *sections = ZnCfgFileParser(good.c_str()).Parse();
+        std::unique_ptr<ZnCfgSectionList> sections(ZnCfgFileParser(good.c_str()).Parse());
         int value = 0;
-        if (sections == nullptr || !sections->FindSection("s")->Entries()->FindEntry("k", "all")->Data()->GetInteger(&value) ||
-            value != 1)
+        if (!sections || !sections->FindSection("s")->Entries()->FindEntry("k", "all")->Data()->GetInteger(&value) || value != 1)
           ++failures[t];
-        delete sections;
         if (ZnCfgFileParser(bad.c_str()).Parse() != nullptr) ++failures[t];
       }
     });
