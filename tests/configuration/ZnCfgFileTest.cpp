@@ -96,9 +96,9 @@ TEST(ZnCfgFileTest, MachineFallBackAndItsEffectOnSet) {
   EXPECT_EQ(0u, file.SetTextEntry("Network", "Host", "beta", "server"));
   ExpectReads(file, {{"Network", "Port", "alpha7", "0:8081"}, {"Network", "Port", "gamma", "0:81"}});
   EXPECT_TRUE(file.Flush());
-  std::string const disk = ReadFile(scratch / "app.cfg");
-  EXPECT_EQ(0u, disk.find("section \"Display\"\r\n\"Pattern\" (all) =(binary) x01,x02\r\n"));
-  EXPECT_EQ(disk.substr(disk.find("section \"Network\"")),
+  EXPECT_EQ(ReadFile(scratch / "app.cfg"),
+            "section \"Display\"\r\n\"Pattern\" (all) =(binary) x01,x02\r\n\"Scale\" (all) =(float) x66,x66,x3a,x40\r\n"
+            "\"Title\" (all) =(text) \"12abc\"\r\n\"Width\" (all) =(integer) 1024\r\n\r\n"
             "section \"Network\"\r\n\"ab\" (c) =(integer) 3\r\n\"Host\" (all) =(text) \"server\"\r\n"
             "\"Port\" (all) =(integer) 81\r\n\"Port\" (alpha7) =(integer) 8081\r\n\r\n");
   // Each name under one machine alone: an entry of another machine is no entry here.
