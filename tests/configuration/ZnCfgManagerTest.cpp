@@ -51,14 +51,12 @@ TEST_F(ZnCfgManagerTest, NoManagerGivesThreeEverywhere) {
   int integer;
   float number;
   ZnBinary bytes;
-  EXPECT_EQ(3u, configuration_.GetTextEntry(kProfile, "A", "B", &text));
-  EXPECT_EQ(3u, configuration_.GetIntegerEntry(kProfile, "A", "B", &integer));
-  EXPECT_EQ(3u, configuration_.GetFloatEntry(kGlobal, "A", "B", &number));
-  EXPECT_EQ(3u, configuration_.GetBinaryEntry(kGlobal, "A", "B", &bytes));
-  EXPECT_EQ(3u, configuration_.SetTextEntry(kProfile, "A", "B", "x"));
-  EXPECT_EQ(3u, configuration_.SetIntegerEntry(kProfile, "A", "B", 1));
-  EXPECT_EQ(3u, configuration_.SetFloatEntry(kGlobal, "A", "B", 1.0f));
-  EXPECT_EQ(3u, configuration_.SetBinaryEntry(kGlobal, "A", "B", bytes));
+  for (unsigned long status :
+       {configuration_.GetTextEntry(kProfile, "A", "B", &text), configuration_.GetIntegerEntry(kProfile, "A", "B", &integer),
+        configuration_.GetFloatEntry(kGlobal, "A", "B", &number), configuration_.GetBinaryEntry(kGlobal, "A", "B", &bytes),
+        configuration_.SetTextEntry(kProfile, "A", "B", "x"), configuration_.SetIntegerEntry(kProfile, "A", "B", 1),
+        configuration_.SetFloatEntry(kGlobal, "A", "B", 1.0f), configuration_.SetBinaryEntry(kGlobal, "A", "B", bytes)})
+    EXPECT_EQ(3u, status);
   FlushConfiguration();
   EXPECT_TRUE(ShutdownConfiguration());
   EXPECT_FALSE(fs::exists(profile_));
