@@ -13,10 +13,11 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <spawn.h>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
+
+#include <spawn.h>
+#include <sys/wait.h>
 
 #include <gtest/gtest.h>
 
@@ -28,21 +29,14 @@ extern char **environ;
 
 namespace {
 
-using znutil_test::LibraryPath;
-using znutil_test::ReadFile;
-using znutil_test::ScratchDirectory;
-using znutil_test::WriteFile;
-
-constexpr int kSections = 8;
-constexpr int kKeys = 40;
-constexpr int kRounds = 6;
-constexpr int kValuesPerRound = 4;
-constexpr auto kWritingTime = std::chrono::milliseconds(1500);
-
+using namespace znutil_test;
 using Getter = std::function<unsigned long(ZnString const &, ZnString const &, int *)>;
 
+constexpr int kSections = 8, kKeys = 40, kRounds = 6, kValuesPerRound = 4;
+constexpr auto kWritingTime = std::chrono::milliseconds(1500);
+
 // Other processes take turns of their own: a longer wait.
-bool Eventually(std::function<bool()> const &condition) { return znutil_test::Eventually(condition, 20); }
+bool Soon(std::function<bool()> const &condition) { return Eventually(condition, 20); }
 
 std::string Key(int role, int key) { return std::to_string(role) + "-" + std::to_string(key); }
 
@@ -50,41 +44,32 @@ std::string Key(int role, int key) { return std::to_string(role) + "-" + std::to
 std::string Dump(Getter const &get) {
   std::string dump;
   for (int section = 0; section < kSections; ++section) {
-    for (int role = 0; role < 2; ++role) {
-      for (int key = 0; key < kKeys; ++key) {
-        int value;
-        std::string const name = "S" + std::to_string(section);
-        if (get(name.c_str(), Key(role, key).c_str(), &value) == 0)
-          dump += name + "/" + Key(role, key) + "=" + std::to_string(value) + ";";
-      }
+    for (int key = 0; key < 2 * kKeys; ++key) {
+      int value;
+      std::string const name = "S" + std::to_string(section), entry = Key(key / kKeys, key % kKeys);
+      if (get(name.c_str(), entry.c_str(), &value) == 0) dump += name + "/" + entry + "=" + std::to_string(value) + ";";
     }
   }
   return dump;
 }
 
 Getter MemoryGetter() {
-  return [](ZnString const &section, ZnString const &entry, int *value) {
-    return ZnConfiguration().GetIntegerEntry(0, section, entry, value);
-  };
+  return [](ZnString const &s, ZnString const &e, int *value) { return ZnConfiguration().GetIntegerEntry(0, s, e, value); };
 }
 
 // The file as it stands on the disk, read by an object of its own.
 Getter DiskGetter(std::string const &path) {
   auto file = std::make_shared<ZnCfgFile>(LibraryPath(path));
   file->Refresh();
-  return [file](ZnString const &section, ZnString const &entry, int *value) {
-    return file->GetIntegerEntry(section, entry, "all", value);
-  };
+  return [file](ZnString const &s, ZnString const &e, int *value) { return file->GetIntegerEntry(s, e, "all", value); };
 }
 
 std::string RoundEntry(int round, int value) { return "R" + std::to_string(round) + "-" + std::to_string(value); }
 
 bool HasRounds(Getter const &get, int rounds) {
-  for (int round = 0; round < rounds; ++round) {
-    for (int value = 0; value < kValuesPerRound; ++value) {
-      int got = -1;
-      if (get("Turns", RoundEntry(round, value).c_str(), &got) != 0 || got != round * 10 + value) return false;
-    }
+  for (int i = 0; i < rounds * kValuesPerRound; ++i) {
+    int got = -1, round = i / kValuesPerRound, value = i % kValuesPerRound;
+    if (get("Turns", RoundEntry(round, value).c_str(), &got) != 0 || got != round * 10 + value) return false;
   }
   return true;
 }
@@ -111,7 +96,7 @@ class Child {
   std::string Mark(std::string const &name, int role) const { return folder_ + "/" + name + std::to_string(role); }
   void Signal(std::string const &name) const { WriteFile(Mark(name, role_)); }
   void AwaitOther(std::string const &name) const {
-    ASSERT_TRUE(Eventually([&] { return std::filesystem::exists(Mark(name, 1 - role_)); })) << name;
+    ASSERT_TRUE(Soon([&] { return std::filesystem::exists(Mark(name, 1 - role_)); })) << name;
   }
 
   // Reads the shared file over and over. Once written it is never empty
@@ -125,9 +110,7 @@ class Child {
       if (written && !whole) brokenReads_.fetch_add(1);
       written = written || whole;
       if (!written || i % 16 != 0) continue;
-      ZnCfgSectionList *sections = ZnCfgFileParser(LibraryPath(file_)).Parse();
-      if (sections == nullptr) brokenReads_.fetch_add(1);
-      delete sections;
+      if (!std::unique_ptr<ZnCfgSectionList>(ZnCfgFileParser(LibraryPath(file_)).Parse())) brokenReads_.fetch_add(1);
     }
   }
 
@@ -151,7 +134,7 @@ class Child {
   void Converge() {
     std::string last;
     auto stillSince = std::chrono::steady_clock::now();
-    ASSERT_TRUE(Eventually([&] {
+    ASSERT_TRUE(Soon([&] {
       std::string const disk = ReadFile(file_);
       if (disk != last) last = disk, stillSince = std::chrono::steady_clock::now();
       return Dump(MemoryGetter()) == Dump(DiskGetter(file_)) &&
@@ -166,16 +149,14 @@ class Child {
   void TakeTurns() {
     ZnConfiguration configuration;
     for (int round = role_; round < kRounds; round += 2) {
-      if (round > 0) {
-        ASSERT_TRUE(Eventually([&] { return std::filesystem::exists(Mark("round", round - 1)); }));
-      }
-      ASSERT_TRUE(Eventually([&] { return HasRounds(MemoryGetter(), round); })) << "round " << round;
+      if (round > 0) { ASSERT_TRUE(Soon([&] { return std::filesystem::exists(Mark("round", round - 1)); })); }
+      ASSERT_TRUE(Soon([&] { return HasRounds(MemoryGetter(), round); })) << "round " << round;
       for (int value = 0; value < kValuesPerRound; ++value)
         configuration.SetIntegerEntry(0, "Turns", RoundEntry(round, value).c_str(), round * 10 + value);
-      ASSERT_TRUE(Eventually([&] { return HasRounds(DiskGetter(file_), round + 1); })) << "round " << round;
+      ASSERT_TRUE(Soon([&] { return HasRounds(DiskGetter(file_), round + 1); })) << "round " << round;
       WriteFile(Mark("round", round));
     }
-    EXPECT_TRUE(Eventually([&] { return HasRounds(MemoryGetter(), kRounds); }));
+    EXPECT_TRUE(Soon([&] { return HasRounds(MemoryGetter(), kRounds); }));
     EXPECT_TRUE(HasRounds(DiskGetter(file_), kRounds));
   }
 
@@ -186,8 +167,7 @@ class Child {
 };
 
 TEST(ConfigurationStressChild, Run) {
-  char const *role = std::getenv("ZNUTIL_STRESS_ROLE");
-  char const *folder = std::getenv("ZNUTIL_STRESS_DIR");
+  char const *role = std::getenv("ZNUTIL_STRESS_ROLE"), *folder = std::getenv("ZNUTIL_STRESS_DIR");
   if (role == nullptr || folder == nullptr) GTEST_SKIP() << "runs as one of the two processes only";
   Child(std::atoi(role), folder).Run();
 }
@@ -214,16 +194,13 @@ int ExitStatus(pid_t child) {
 
 TEST(ConfigurationStressTest, TwoProcessesShareOneFile) {
   ScratchDirectory scratch;
-  pid_t const first = StartChild(0, scratch);
-  pid_t const second = StartChild(1, scratch);
+  pid_t const first = StartChild(0, scratch), second = StartChild(1, scratch);
   unsetenv("ZNUTIL_STRESS_ROLE");
-  ASSERT_GT(first, 0);
-  ASSERT_GT(second, 0);
+  ASSERT_TRUE(first > 0 && second > 0);
   EXPECT_EQ(0, ExitStatus(first));
   EXPECT_EQ(0, ExitStatus(second));
-  std::string const dump = ReadFile(scratch / "dump0");
-  EXPECT_FALSE(dump.empty());
-  EXPECT_EQ(dump, ReadFile(scratch / "dump1"));
+  EXPECT_FALSE(ReadFile(scratch / "dump0").empty());
+  EXPECT_EQ(ReadFile(scratch / "dump0"), ReadFile(scratch / "dump1"));
 }
 
 }  // namespace

@@ -4,10 +4,11 @@
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <future>
+#include <initializer_list>
 #include <thread>
-#include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -20,11 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using znutil_test::LibraryPath;
-using znutil_test::ReadFile;
-using znutil_test::ScratchDirectory;
-using znutil_test::Text;
-using znutil_test::WriteFile;
+using namespace znutil_test;
 
 constexpr char kSample[] =
     "section \"Display\"\n"
@@ -38,99 +35,76 @@ constexpr char kSample[] =
     "\"ab\" (c) = (integer) 3\n";
 
 // A file object loaded from `text` written at `path`.
-class LoadedFile {
+class LoadedFile : public ZnCfgFile {
  public:
-  LoadedFile(std::string const &path, std::string const &text) : path_(WriteFile(path, text)), file_(LibraryPath(path)) {
-    EXPECT_TRUE(file_.Refresh());
+  LoadedFile(std::string const &path, std::string const &text) : ZnCfgFile(LibraryPath(WriteFile(path, text))) {
+    EXPECT_TRUE(Refresh());
   }
-  ZnCfgFile &operator*() { return file_; }
-  ZnCfgFile *operator->() { return &file_; }
-  std::string Disk() const { return ReadFile(path_); }
-
- private:
-  std::string path_;
-  ZnCfgFile file_;
 };
+
+struct Read {
+  char const *section, *entry, *machine, *expected;  // "status:value"
+};
+
+// Integer reads of `file`, each as its status and the value read (-1 when untouched).
+void ExpectReads(ZnCfgFile &file, std::initializer_list<Read> reads) {
+  for (Read const &read : reads) {
+    int value = -1;
+    unsigned long const status = file.GetIntegerEntry(read.section, read.entry, read.machine, &value);
+    EXPECT_EQ(std::to_string(status) + ":" + std::to_string(value), read.expected)
+        << read.section << "/" << read.entry << "/" << read.machine;
+  }
+}
 
 TEST(ZnCfgFileTest, StatusCodesAndConversionsOfGet) {
   ScratchDirectory scratch;
   ZnCfgFile empty(LibraryPath(scratch / "none.cfg"));
-  int value = -1;
-  EXPECT_EQ(3u, empty.GetIntegerEntry("Display", "Width", "all", &value));
+  ExpectReads(empty, {{"Display", "Width", "all", "3:-1"}});
   LoadedFile file(scratch / "app.cfg", kSample);
-  EXPECT_EQ(1u, file->GetIntegerEntry("Nothing", "Width", "all", &value));
-  EXPECT_EQ(2u, file->GetIntegerEntry("display", "Depth", "all", &value));
-  EXPECT_EQ(0u, file->GetIntegerEntry("DISPLAY", "width", "beta", &value));
-  EXPECT_EQ(1024, value);
+  ExpectReads(file, {{"Nothing", "Width", "all", "1:-1"}, {"display", "Depth", "all", "2:-1"},
+                     {"DISPLAY", "width", "beta", "0:1024"}, {"Display", "Pattern", "all", "6:-1"},
+                     {"Display", "Scale", "all", "0:2"}, {"Display", "Title", "all", "0:12"}});
   ZnString text;
   float number = 0;
-  EXPECT_EQ(6u, file->GetIntegerEntry("Display", "Pattern", "all", &value));
-  EXPECT_EQ(5u, file->GetTextEntry("Display", "Pattern", "all", &text));
-  EXPECT_EQ(7u, file->GetFloatEntry("Display", "Pattern", "all", &number));
-  EXPECT_EQ(1024, value);  // untouched by the failures
+  EXPECT_EQ(5u, file.GetTextEntry("Display", "Pattern", "all", &text));
+  EXPECT_EQ(7u, file.GetFloatEntry("Display", "Pattern", "all", &number));
   // A null result gives 4 and leaves the lock: another thread gets in.
-  EXPECT_EQ(4u, file->GetIntegerEntry("Display", "Width", "all", nullptr));
-  auto other = std::async(std::launch::async, [&] { return file->SetIntegerEntry("Display", "Width", "all", 1); });
-  ASSERT_EQ(std::future_status::ready, other.wait_for(std::chrono::seconds(10)));
+  EXPECT_EQ(4u, file.GetIntegerEntry("Display", "Width", "all", nullptr));
+  auto other = std::async(std::launch::async, [&] { return file.SetIntegerEntry("Display", "Width", "all", 1); });
+  ASSERT_EQ(std::future_status::ready, other.wait_for(10s));
   EXPECT_EQ(0u, other.get());
   // What converts does.
-  EXPECT_EQ(0u, file->GetIntegerEntry("Display", "Scale", "all", &value));
-  EXPECT_EQ(2, value);
-  EXPECT_EQ(0u, file->GetIntegerEntry("Display", "Title", "all", &value));
-  EXPECT_EQ(12, value);
-  EXPECT_EQ(0u, file->GetTextEntry("Network", "Port", "all", &text));
+  EXPECT_EQ(0u, file.GetTextEntry("Network", "Port", "all", &text));
   EXPECT_EQ("80", Text(text));
   ZnBinary bytes;
-  EXPECT_EQ(0u, file->GetBinaryEntry("Display", "Pattern", "all", &bytes));
+  EXPECT_EQ(0u, file.GetBinaryEntry("Display", "Pattern", "all", &bytes));
   EXPECT_EQ("x01,x02", Text(bytes.Dump(false)));
-  EXPECT_EQ(0u, file->GetFloatEntry("Display", "Width", "all", &number));
+  EXPECT_EQ(0u, file.GetFloatEntry("Display", "Width", "all", &number));
   EXPECT_EQ(1.0f, number);  // the other thread set 1
 }
 
 TEST(ZnCfgFileTest, MachineFallBackAndItsEffectOnSet) {
   ScratchDirectory scratch;
   LoadedFile file(scratch / "app.cfg", kSample);
-  int port = 0;
-  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "alpha7", &port));
-  EXPECT_EQ(8080, port);
-  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "beta", &port));
-  EXPECT_EQ(80, port);
   // An entry is its name and machine joined: ab on c is a on bc.
-  EXPECT_EQ(0u, file->GetIntegerEntry("NETWORK", "A", "Bc", &port));
-  EXPECT_EQ(3, port);
-  EXPECT_EQ(2u, file->GetIntegerEntry("Network", "a", "b", &port));
+  ExpectReads(file, {{"Network", "Port", "alpha7", "0:8080"}, {"Network", "Port", "beta", "0:80"},
+                     {"NETWORK", "A", "Bc", "0:3"}, {"Network", "a", "b", "2:-1"}});
   // A machine with no entry of its own changes the one for all machines.
-  EXPECT_EQ(0u, file->SetIntegerEntry("Network", "Port", "beta", 81));
-  EXPECT_EQ(0u, file->SetIntegerEntry("Network", "Port", "alpha7", 8081));
+  EXPECT_EQ(0u, file.SetIntegerEntry("Network", "Port", "beta", 81));
+  EXPECT_EQ(0u, file.SetIntegerEntry("Network", "Port", "alpha7", 8081));
   // New entries are always for all machines, whatever machine was given.
-  EXPECT_EQ(0u, file->SetTextEntry("Network", "Host", "beta", "server"));
-  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "alpha7", &port));
-  EXPECT_EQ(8081, port);
-  EXPECT_EQ(0u, file->GetIntegerEntry("Network", "Port", "gamma", &port));
-  EXPECT_EQ(81, port);
-  EXPECT_TRUE(file->Flush());
-  EXPECT_EQ(
-      "section \"Display\"\r\n"
-      "\"Pattern\" (all) =(binary) x01,x02\r\n"
-      "\"Scale\" (all) =(float) x66,x66,x3a,x40\r\n"
-      "\"Title\" (all) =(text) \"12abc\"\r\n"
-      "\"Width\" (all) =(integer) 1024\r\n"
-      "\r\n"
-      "section \"Network\"\r\n"
-      "\"ab\" (c) =(integer) 3\r\n"
-      "\"Host\" (all) =(text) \"server\"\r\n"
-      "\"Port\" (all) =(integer) 81\r\n"
-      "\"Port\" (alpha7) =(integer) 8081\r\n"
-      "\r\n",
-      file.Disk());
+  EXPECT_EQ(0u, file.SetTextEntry("Network", "Host", "beta", "server"));
+  ExpectReads(file, {{"Network", "Port", "alpha7", "0:8081"}, {"Network", "Port", "gamma", "0:81"}});
+  EXPECT_TRUE(file.Flush());
+  EXPECT_EQ(ReadFile(scratch / "app.cfg"),
+            "section \"Display\"\r\n\"Pattern\" (all) =(binary) x01,x02\r\n\"Scale\" (all) =(float) x66,x66,x3a,x40\r\n"
+            "\"Title\" (all) =(text) \"12abc\"\r\n\"Width\" (all) =(integer) 1024\r\n\r\n"
+            "section \"Network\"\r\n\"ab\" (c) =(integer) 3\r\n\"Host\" (all) =(text) \"server\"\r\n"
+            "\"Port\" (all) =(integer) 81\r\n\"Port\" (alpha7) =(integer) 8081\r\n\r\n");
   // Each name under one machine alone: an entry of another machine is no entry here.
   LoadedFile single(scratch / "single.cfg",
                     "section \"Net\"\n\"Port\" (other) = (integer) 1\n\"ab\" (c) = (integer) 3\n");
-  EXPECT_EQ(2u, single->GetIntegerEntry("Net", "Port", "mine", &port));
-  EXPECT_EQ(0u, single->GetIntegerEntry("Net", "Port", "OTHER", &port));
-  EXPECT_EQ(1, port);
-  EXPECT_EQ(0u, single->GetIntegerEntry("Net", "a", "bc", &port));
-  EXPECT_EQ(3, port);
+  ExpectReads(single, {{"Net", "Port", "mine", "2:-1"}, {"Net", "Port", "OTHER", "0:1"}, {"Net", "a", "bc", "0:3"}});
 }
 
 TEST(ZnCfgFileTest, SetWithoutTreeMakesTreeAndCanChangeType) {
@@ -138,12 +112,11 @@ TEST(ZnCfgFileTest, SetWithoutTreeMakesTreeAndCanChangeType) {
   ZnCfgFile file(LibraryPath(scratch / "app.cfg"));
   EXPECT_EQ(0u, file.SetFloatEntry("View", "Zoom", "alpha7", 1.0f));
   EXPECT_EQ(0u, file.SetBinaryEntry("VIEW", "zoom", "alpha7", ZnBinary(1.5f)));
-  int value = 0;
-  EXPECT_EQ(6u, file.GetIntegerEntry("View", "Zoom", "beta", &value));
+  ExpectReads(file, {{"View", "Zoom", "beta", "6:-1"}});
   EXPECT_TRUE(file.Flush());
   EXPECT_EQ("section \"View\"\r\n\"Zoom\" (all) =(binary) x00,x00,xc0,x3f\r\n\r\n", ReadFile(scratch / "app.cfg"));
   file.Clear();
-  EXPECT_EQ(3u, file.GetIntegerEntry("View", "Zoom", "all", &value));
+  ExpectReads(file, {{"View", "Zoom", "all", "3:-1"}});
   EXPECT_TRUE(file.Flush());
   EXPECT_EQ("", ReadFile(scratch / "app.cfg"));
 }
@@ -172,26 +145,25 @@ TEST(ZnCfgFileTest, RefreshReadsOnlyAStrictlyNewerFileAndReplacesAll) {
   ScratchDirectory scratch;
   std::string const path = scratch / "app.cfg";
   LoadedFile file(path, kSample);
-  EXPECT_FALSE(file->Refresh());
-  EXPECT_FALSE(file->Flush());  // nothing changed since the read
-  EXPECT_EQ(kSample, file.Disk());
+  EXPECT_FALSE(file.Refresh());
+  EXPECT_FALSE(file.Flush());  // nothing changed since the read
+  EXPECT_EQ(kSample, ReadFile(path));
   auto const seen = fs::last_write_time(path);
   WriteFile(path, "section \"Other\" \"Key\" = \"new\"\n");
   fs::last_write_time(path, seen);
-  EXPECT_FALSE(file->Refresh());  // equal times: the file is taken as read
+  EXPECT_FALSE(file.Refresh());  // equal times: the file is taken as read
   fs::last_write_time(path, seen + 100ns);
-  EXPECT_TRUE(file->Refresh());
-  int value = 0;
-  EXPECT_EQ(1u, file->GetIntegerEntry("Display", "Width", "all", &value));
+  EXPECT_TRUE(file.Refresh());
+  ExpectReads(file, {{"Display", "Width", "all", "1:-1"}});
   ZnString text;
-  EXPECT_EQ(0u, file->GetTextEntry("Other", "Key", "all", &text));
+  EXPECT_EQ(0u, file.GetTextEntry("Other", "Key", "all", &text));
   EXPECT_EQ("new", Text(text));
   // A broken file leaves no tree, and is not read again.
   WriteFile(path, "section \"Broken\" \"Key\" =\n");
   fs::last_write_time(path, seen + 1s);
-  EXPECT_TRUE(file->Refresh());
-  EXPECT_EQ(3u, file->GetTextEntry("Other", "Key", "all", &text));
-  EXPECT_FALSE(file->Refresh());
+  EXPECT_TRUE(file.Refresh());
+  EXPECT_EQ(3u, file.GetTextEntry("Other", "Key", "all", &text));
+  EXPECT_FALSE(file.Refresh());
 }
 
 TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughLinks) {
@@ -204,23 +176,18 @@ TEST(ZnCfgFileTest, FlushKeepsModeAndWritesThroughLinks) {
   EXPECT_TRUE(file.Flush());
   EXPECT_TRUE(fs::is_symlink(scratch / "link.cfg"));
   EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 2\r\n\r\n", ReadFile(target));
-  EXPECT_EQ(fs::perms::owner_read | fs::perms::owner_write,
-            fs::status(target).permissions());
+  EXPECT_EQ(fs::perms::owner_read | fs::perms::owner_write, fs::status(target).permissions());
   // A chain of relative links to a file not made yet, as long as the
   // kernel follows (40), makes the file and keeps every link.
-  std::string next = "dangling.cfg";
-  for (int hop = 40; hop >= 1; --hop) {
-    std::string const name = "hop" + std::to_string(hop) + ".cfg";
-    fs::create_symlink(next, scratch / name);
-    next = name;
-  }
+  for (int hop = 40; hop >= 1; --hop)
+    fs::create_symlink(hop == 40 ? "dangling.cfg" : "hop" + std::to_string(hop + 1) + ".cfg",
+                       scratch / ("hop" + std::to_string(hop) + ".cfg"));
   ZnCfgFile fresh(LibraryPath(scratch / "hop1.cfg"));
   mode_t const umaskBefore = umask(022);  // a new file gets what the umask leaves
   EXPECT_TRUE(fresh.Flush());
   umask(umaskBefore);
   EXPECT_EQ(fs::perms(0644), fs::status(scratch / "dangling.cfg").permissions());
-  EXPECT_TRUE(fs::is_symlink(scratch / "hop1.cfg"));
-  EXPECT_TRUE(fs::is_symlink(scratch / "hop40.cfg"));
+  EXPECT_TRUE(fs::is_symlink(scratch / "hop1.cfg") && fs::is_symlink(scratch / "hop40.cfg"));
   EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(scratch / "dangling.cfg")));
 }
 
@@ -232,9 +199,7 @@ TEST(ZnCfgFileTest, UnwritableFileOrDeviceIsTriedAgainAndNothingBreaks) {
   file.SetIntegerEntry("A", "B", "all", 3);
   EXPECT_TRUE(file.Flush());
   EXPECT_TRUE(file.Flush());
-  int value = 0;
-  EXPECT_EQ(0u, file.GetIntegerEntry("A", "B", "all", &value));
-  EXPECT_EQ(3, value);
+  ExpectReads(file, {{"A", "B", "all", "0:3"}});
   EXPECT_FALSE(file.Refresh());
   // Nor does a device in place of the file get replaced.
   std::string const device = scratch / "null.cfg";
@@ -272,14 +237,14 @@ TEST(ZnCfgFileTest, ReadersRaceClearSetFlushAndRefresh) {
   std::atomic<bool> done{false};
   std::thread reader([&] {
     ZnString section("Display"), entry("Title"), machine("all"), text;
-    while (!done.load()) file->GetTextEntry(section, entry, machine, &text);
+    while (!done.load()) file.GetTextEntry(section, entry, machine, &text);
   });
   for (int i = 0; i < 200; ++i) {
-    file->SetTextEntry("Display", "Title", "all", ZnString(i));
-    if (i % 3 == 0) file->Clear();
-    file->Flush();
+    file.SetTextEntry("Display", "Title", "all", ZnString(i));
+    if (i % 3 == 0) file.Clear();
+    file.Flush();
     if (i % 7 == 0) WriteFile(path, kSample);
-    file->Refresh();
+    file.Refresh();
   }
   done.store(true);
   reader.join();

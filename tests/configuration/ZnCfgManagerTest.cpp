@@ -8,10 +8,10 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <thread>
-#include <unistd.h>
 #include <vector>
+
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -20,22 +20,17 @@
 
 namespace {
 
-using znutil_test::Eventually;
-using znutil_test::LibraryPath;
-using znutil_test::ReadFile;
-using znutil_test::ScratchDirectory;
-using znutil_test::Text;
-using znutil_test::WriteFile;
+namespace fs = std::filesystem;
+using namespace znutil_test;
 
-constexpr int kProfile = 0;
-constexpr int kGlobal = 1;
+constexpr int kProfile = 0, kGlobal = 1;
 
 // A scratch folder holding the profile and, in "system", the global file.
 class ZnCfgManagerTest : public testing::Test {
  protected:
   ZnCfgManagerTest() : profile_(scratch_ / "App.cfg"), global_(scratch_ / "system/Lumiframe.cfg") {
     setenv("ZNUTIL_SYSTEM_DIR", (scratch_ / "system").c_str(), 1);
-    std::filesystem::create_directory(scratch_ / "system");
+    fs::create_directory(scratch_ / "system");
   }
   ~ZnCfgManagerTest() override { ShutdownConfiguration(); }
 
@@ -56,24 +51,22 @@ TEST_F(ZnCfgManagerTest, NoManagerGivesThreeEverywhere) {
   int integer;
   float number;
   ZnBinary bytes;
-  EXPECT_EQ(3u, configuration_.GetTextEntry(kProfile, "A", "B", &text));
-  EXPECT_EQ(3u, configuration_.GetIntegerEntry(kProfile, "A", "B", &integer));
-  EXPECT_EQ(3u, configuration_.GetFloatEntry(kGlobal, "A", "B", &number));
-  EXPECT_EQ(3u, configuration_.GetBinaryEntry(kGlobal, "A", "B", &bytes));
-  EXPECT_EQ(3u, configuration_.SetTextEntry(kProfile, "A", "B", "x"));
-  EXPECT_EQ(3u, configuration_.SetIntegerEntry(kProfile, "A", "B", 1));
-  EXPECT_EQ(3u, configuration_.SetFloatEntry(kGlobal, "A", "B", 1.0f));
-  EXPECT_EQ(3u, configuration_.SetBinaryEntry(kGlobal, "A", "B", bytes));
+  for (unsigned long status :
+       {configuration_.GetTextEntry(kProfile, "A", "B", &text), configuration_.GetIntegerEntry(kProfile, "A", "B", &integer),
+        configuration_.GetFloatEntry(kGlobal, "A", "B", &number), configuration_.GetBinaryEntry(kGlobal, "A", "B", &bytes),
+        configuration_.SetTextEntry(kProfile, "A", "B", "x"), configuration_.SetIntegerEntry(kProfile, "A", "B", 1),
+        configuration_.SetFloatEntry(kGlobal, "A", "B", 1.0f), configuration_.SetBinaryEntry(kGlobal, "A", "B", bytes)})
+    EXPECT_EQ(3u, status);
   FlushConfiguration();
   EXPECT_TRUE(ShutdownConfiguration());
-  EXPECT_FALSE(std::filesystem::exists(profile_));
+  EXPECT_FALSE(fs::exists(profile_));
 }
 
 TEST_F(ZnCfgManagerTest, MissingFilesAreWrittenAndWritesReachTheirOwnFileWithinATurn) {
   Start();
   EXPECT_EQ(3u, configuration_.SetIntegerEntry(2, "A", "B", 1));  // no third file
   EXPECT_EQ(-1, ReadInteger(kProfile, "A", "B"));
-  EXPECT_TRUE(Eventually([&] { return std::filesystem::exists(profile_) && std::filesystem::exists(global_); }));
+  EXPECT_TRUE(Eventually([&] { return fs::exists(profile_) && fs::exists(global_); }));
   EXPECT_EQ("", ReadFile(profile_) + ReadFile(global_));
   EXPECT_EQ(0u, configuration_.SetIntegerEntry(kProfile, "View", "Width", 800));
   EXPECT_EQ(0u, configuration_.SetTextEntry(kGlobal, "Paths", "Home", "here"));
@@ -89,8 +82,8 @@ TEST_F(ZnCfgManagerTest, OutsideEditReplacesTheWholeContentWithinATurn) {
   // Stamped later than the file read at start, however coarse the clock
   // of the file system.
   WriteFile(scratch_ / "edit", "section \"View\" \"Width\" = (integer) 1280\n");
-  std::filesystem::last_write_time(scratch_ / "edit", std::filesystem::last_write_time(profile_) + std::chrono::seconds(1));
-  std::filesystem::rename(scratch_ / "edit", profile_);
+  fs::last_write_time(scratch_ / "edit", fs::last_write_time(profile_) + std::chrono::seconds(1));
+  fs::rename(scratch_ / "edit", profile_);
   EXPECT_TRUE(Eventually([&] { return ReadInteger(kProfile, "View", "Width") == 1280; }));
   EXPECT_EQ(-1, ReadInteger(kProfile, "View", "Height"));
 }
@@ -106,29 +99,28 @@ TEST_F(ZnCfgManagerTest, StartsStopsAndBackups) {
   }
   EXPECT_EQ("section \"A\"\r\n\"B\" (all) =(integer) 5\r\n\r\nsection \"Run\"\r\n\"Number\" (all) =(integer) 3\r\n\r\n",
             ReadFile(profile_));
-  EXPECT_FALSE(std::filesystem::exists(scratch_ / "Other.cfg"));
+  EXPECT_FALSE(fs::exists(scratch_ / "Other.cfg"));
   EXPECT_EQ(-1, ReadInteger(kProfile, "A", "B"));
   EXPECT_NE(std::string::npos, ReadFile(profile_ + ".1").find("3"));
   EXPECT_NE(std::string::npos, ReadFile(profile_ + ".3").find("1"));
-  EXPECT_FALSE(std::filesystem::exists(profile_ + ".4"));
-  EXPECT_TRUE(std::filesystem::exists(global_ + ".1"));  // written empty by the first run
+  EXPECT_FALSE(fs::exists(profile_ + ".4"));
+  EXPECT_TRUE(fs::exists(global_ + ".1"));  // written empty by the first run
 }
 
 TEST_F(ZnCfgManagerTest, DefaultProfileWithoutIdentityStaysInTheCurrentFolder) {
-  std::filesystem::path const before = std::filesystem::current_path();
-  std::filesystem::current_path(scratch_.Path());
+  fs::path const before = fs::current_path();
+  fs::current_path(scratch_.Path());
   InitializeConfiguration("");  // no identity in this program: the name is empty
-  bool const written = Eventually([&] { return std::filesystem::exists(scratch_ / ".cfg"); });
+  bool const written = Eventually([&] { return fs::exists(scratch_ / ".cfg"); });
   ShutdownConfiguration();
-  std::filesystem::current_path(before);
+  fs::current_path(before);
   EXPECT_TRUE(written);
 }
 
 TEST_F(ZnCfgManagerTest, MachineKeyIsTheLowerCaseComputerName) {
   char host[256] = {};
   gethostname(host, sizeof host - 1);
-  std::string machine(host);
-  machine = machine.substr(0, machine.find('.'));
+  std::string machine = std::string(host).substr(0, std::string(host).find('.'));
   for (char &c : machine) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   // Only a name that the file form reads as a machine can be tried.
   if (machine.empty() || std::isdigit(static_cast<unsigned char>(machine[0])) ||
@@ -144,7 +136,7 @@ TEST_F(ZnCfgManagerTest, UnwritableFolderLeavesSettingsWorking) {
   profile_ = scratch_ / "plain/App.cfg";  // a file is no folder, even for root
   Start();
   EXPECT_EQ(0u, configuration_.SetIntegerEntry(kProfile, "A", "B", 7));
-  EXPECT_TRUE(Eventually([&] { return std::filesystem::exists(global_); }));  // turns go on
+  EXPECT_TRUE(Eventually([&] { return fs::exists(global_); }));  // turns go on
   FlushConfiguration();
   EXPECT_EQ(7, ReadInteger(kProfile, "A", "B"));
 }

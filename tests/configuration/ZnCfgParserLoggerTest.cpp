@@ -17,10 +17,7 @@ namespace {
 using ZnCfgParserLoggerTest = znutil_test::LoggerTest;
 
 // A parse of a missing file, whose one message names it.
-void ParseMissing(std::string const &name) {
-  ZnCfgFileParser parser(name.c_str());
-  EXPECT_EQ(parser.Parse(), nullptr);
-}
+void ParseMissing(std::string const &name) { EXPECT_EQ(ZnCfgFileParser(name.c_str()).Parse(), nullptr); }
 
 TEST_F(ZnCfgParserLoggerTest, QueuedMessagesComeOutFirstAndInOrder) {
   ASSERT_FALSE(ZnLogger::IsInitialized());

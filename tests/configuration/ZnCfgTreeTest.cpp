@@ -2,7 +2,9 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <string>
+#include <typeinfo>
 
 #include <gtest/gtest.h>
 
@@ -47,19 +49,16 @@ TEST(ZnCfgDataTest, ReadsAndConversionsFollowTheTypeTable) {
   EXPECT_EQ(truncated, std::numeric_limits<int>::min());
 }
 
+// The type number, the type tag and the value as the writer writes them.
+std::string Formatted(ZnCfgData const &data) {
+  return std::to_string(data.DataType()) + " " + data.FormatType().Chars() + " " + data.FormatValue().Chars();
+}
+
 TEST(ZnCfgDataTest, FormatsValueAndType) {
-  EXPECT_STREQ(ZnCfgTextData("Main \"view\"\\\x01\t").FormatValue().Chars(), "\"Main \\\"view\\\"\\\\\\x001\\t\"");
-  EXPECT_STREQ(ZnCfgTextData("").FormatType().Chars(), "(text)");
-  EXPECT_STREQ(ZnCfgIntegerData(1024).FormatValue().Chars(), "1024");
-  EXPECT_STREQ(ZnCfgIntegerData(0).FormatType().Chars(), "(integer)");
-  EXPECT_STREQ(ZnCfgFloatData(1.0f).FormatValue().Chars(), "x00,x00,x80,x3f");
-  EXPECT_STREQ(ZnCfgFloatData(0).FormatType().Chars(), "(float)");
-  EXPECT_STREQ(ZnCfgBinaryData(ZnBinary()).FormatValue().Chars(), "");
-  EXPECT_STREQ(ZnCfgBinaryData(ZnBinary()).FormatType().Chars(), "(binary)");
-  EXPECT_EQ(ZnCfgTextData("").DataType(), ZnCfgData::CfgText);
-  EXPECT_EQ(ZnCfgBinaryData(ZnBinary()).DataType(), ZnCfgData::CfgBinary);
-  EXPECT_EQ(ZnCfgIntegerData(0).DataType(), ZnCfgData::CfgInteger);
-  EXPECT_EQ(ZnCfgFloatData(0).DataType(), ZnCfgData::CfgFloat);
+  EXPECT_EQ(Formatted(ZnCfgTextData("Main \"view\"\\\x01\t")), "1 (text) \"Main \\\"view\\\"\\\\\\x001\\t\"");
+  EXPECT_EQ(Formatted(ZnCfgBinaryData(ZnBinary())), "2 (binary) ");
+  EXPECT_EQ(Formatted(ZnCfgIntegerData(1024)), "3 (integer) 1024");
+  EXPECT_EQ(Formatted(ZnCfgFloatData(1.0f)), "4 (float) x00,x00,x80,x3f");
 }
 
 TEST(ZnCfgTreeTest, EntriesAreNameAndMachineJoinedWithoutCase) {
@@ -75,17 +74,14 @@ TEST(ZnCfgTreeTest, EntriesAreNameAndMachineJoinedWithoutCase) {
 TEST(ZnCfgTreeTest, ListsAdoptWhatTheyTakeAndFindByKey) {
   ZnCfgSectionList sections;
   auto *entries = new ZnCfgEntryList;
-  auto *port = new ZnCfgEntry("Port", "all", new ZnCfgIntegerData(80));
-  EXPECT_TRUE(entries->Add(port));
-  auto *again = new ZnCfgEntry("PORT", "ALL", new ZnCfgIntegerData(81));
-  EXPECT_FALSE(entries->Add(again));  // refused: still the caller's
-  delete again;
+  EXPECT_TRUE(entries->Add(new ZnCfgEntry("Port", "all", new ZnCfgIntegerData(80))));
+  std::unique_ptr<ZnCfgEntry> again(new ZnCfgEntry("PORT", "ALL", new ZnCfgIntegerData(81)));
+  EXPECT_FALSE(entries->Add(again.get()));  // refused: still the caller's
   EXPECT_TRUE(entries->Replace(new ZnCfgEntry("port", "all", new ZnCfgIntegerData(82))));  // destroys Port
   EXPECT_TRUE(entries->Replace(entries->FindEntry("port", "all")));  // by itself: kept alive
   EXPECT_TRUE(sections.Add(new ZnCfgSection("Network", entries)));
-  auto *duplicate = new ZnCfgSection("NETWORK", nullptr);
-  EXPECT_FALSE(sections.Add(duplicate));
-  delete duplicate;
+  std::unique_ptr<ZnCfgSection> duplicate(new ZnCfgSection("NETWORK", nullptr));
+  EXPECT_FALSE(sections.Add(duplicate.get()));
 
   ZnCfgSection *network = sections.FindSection("network");
   ASSERT_NE(network, nullptr);
@@ -104,20 +100,12 @@ TEST(ZnCfgTreeTest, ListsAdoptWhatTheyTakeAndFindByKey) {
 
 // Every object of the tree comes from the fixed-block allocator.
 TEST(ZnCfgTreeTest, ObjectsLiveInTheFixedBlockAllocator) {
-  auto expectBlock = [](auto *object) {
-    EXPECT_EQ(znutil_test::StateTag(object), 5);  // in use, from a size class
-    delete object;
+  auto expectBlocks = [](auto *...objects) {  // each in use, from a size class
+    ([&] { EXPECT_EQ(znutil_test::StateTag(objects), 5) << typeid(*objects).name(); delete objects; }(), ...);
   };
-  expectBlock(new ZnCfgTextData("t"));
-  expectBlock(new ZnCfgBinaryData(ZnBinary()));
-  expectBlock(new ZnCfgIntegerData(1));
-  expectBlock(new ZnCfgFloatData(1));
-  expectBlock(new ZnCfgEntry("n", "all", nullptr));
-  expectBlock(new ZnCfgSection("s", nullptr));
-  expectBlock(new ZnCfgEntryList);
-  expectBlock(new ZnCfgSectionList);
-  expectBlock(new ZnCfgParserBinaryStream);
-  expectBlock(new ZnCfgTokenInfo);
+  expectBlocks(new ZnCfgTextData("t"), new ZnCfgBinaryData(ZnBinary()), new ZnCfgIntegerData(1), new ZnCfgFloatData(1),
+               new ZnCfgEntry("n", "all", nullptr), new ZnCfgSection("s", nullptr), new ZnCfgEntryList,
+               new ZnCfgSectionList, new ZnCfgParserBinaryStream, new ZnCfgTokenInfo);
 }
 
 TEST(ZnCfgTreeTest, NothingIsTrackedWithoutAParse) {
